@@ -1,0 +1,276 @@
+// The lane layer: vectors of 128 bits, and the few functions by which one function template is an
+// element computation on a scalar (`double`, `float`) and on lanes (`f64x2`, `f32x4`).
+//
+// A template that is written with these functions and with operators does the same operations in
+// both forms, and so gives the same bits. Vectors are the compilers' own: operators work lane by
+// lane, and a scalar that meets a vector is broadcast.
+#ifndef NX_CORE_LANES_HPP
+#define NX_CORE_LANES_HPP
+
+#include <bit>
+#include <concepts>
+#include <cstdint>
+#include <cstring>
+
+#include <emmintrin.h>
+
+#include "core/bits.hpp"
+
+namespace nx::core {
+
+typedef double f64x2 __attribute__((vector_size(16)));
+typedef float f32x4 __attribute__((vector_size(16)));
+typedef std::uint64_t u64x2 __attribute__((vector_size(16)));
+typedef std::uint32_t u32x4 __attribute__((vector_size(16)));
+typedef std::int32_t i32x4 __attribute__((vector_size(16)));
+
+/// What belongs to a value type: the type of one element, how many there are, their patterns as
+/// unsigned integers, and the outcome of a comparison, which & and | combine. A scalar mask is 0 or 1;
+/// those of lanes are 32-bit masks, which fill both halves of a `double` lane, so that all lanes have
+/// one type of mask.
+template <class V>
+struct Lanes;
+
+template <>
+struct Lanes<double> {
+    using Element = double;
+    using Bits = std::uint64_t;
+    using Mask = int;
+    static constexpr unsigned long count = 1;
+};
+
+template <>
+struct Lanes<float> {
+    using Element = float;
+    using Bits = std::uint32_t;
+    using Mask = int;
+    static constexpr unsigned long count = 1;
+};
+
+template <>
+struct Lanes<f64x2> {
+    using Element = double;
+    using Bits = u64x2;
+    using Mask = i32x4;
+    static constexpr unsigned long count = 2;
+};
+
+template <>
+struct Lanes<f32x4> {
+    using Element = float;
+    using Bits = u32x4;
+    using Mask = i32x4;
+    static constexpr unsigned long count = 4;
+};
+
+template <class V>
+using ElementOf = typename Lanes<V>::Element;
+template <class V>
+using BitsOf = typename Lanes<V>::Bits;
+template <class V>
+using MaskOf = typename Lanes<V>::Mask;
+
+/// A scalar or its lanes; `Doubles` and `Floats` tell the two element types apart.
+template <class V>
+concept Doubles = std::same_as<V, double> || std::same_as<V, f64x2>;
+template <class V>
+concept Floats = std::same_as<V, float> || std::same_as<V, f32x4>;
+template <class V>
+concept Value = Doubles<V> || Floats<V>;
+
+template <class T>
+struct VectorFor;
+template <>
+struct VectorFor<double> {
+    using type = f64x2;
+};
+template <>
+struct VectorFor<float> {
+    using type = f32x4;
+};
+
+/// The lanes of an element type.
+template <class T>
+using Vector = typename VectorFor<T>::type;
+
+// Memory.
+
+/// Loads a value from any address.
+template <Value V>
+V Load(const ElementOf<V>* p) {
+    V v;
+    std::memcpy(&v, p, sizeof v);
+    return v;
+}
+
+/// Stores a value to any address.
+template <Value V>
+void Store(ElementOf<V>* p, V v) {
+    std::memcpy(p, &v, sizeof v);
+}
+
+/// One element in every lane, bit for bit.
+template <Value V>
+V Broadcast(ElementOf<V> x) {
+    if constexpr (std::same_as<V, f64x2>) {
+        return V{x, x};
+    } else if constexpr (std::same_as<V, f32x4>) {
+        return V{x, x, x, x};
+    } else {
+        return x;
+    }
+}
+
+// Patterns.
+
+template <Value V>
+BitsOf<V> Bits(V v) {
+    return std::bit_cast<BitsOf<V>>(v);
+}
+
+template <Value V>
+V FromBits(BitsOf<V> bits) {
+    return std::bit_cast<V>(bits);
+}
+
+/// The signed words on which kernels decide ranges; those of `double` lanes fill both halves.
+inline std::int32_t UpperWords(double x) {
+    return UpperWord(x);
+}
+inline std::int32_t UpperWords(float x) {
+    return UpperWord(x);
+}
+inline i32x4 UpperWords(f64x2 v) {
+    return (i32x4)_mm_shuffle_epi32((__m128i)v, _MM_SHUFFLE(3, 3, 1, 1));
+}
+inline i32x4 UpperWords(f32x4 v) {
+    return (i32x4)v;
+}
+
+/// n - bias as a value, for integers n and bias below 2^31.
+template <Value V>
+V ValueOf(BitsOf<V> n, std::int32_t bias) {
+    if constexpr (std::same_as<V, f64x2>) {
+        // SSE2 converts no 64-bit integers: n becomes the low bits of 2^52 + n.
+        return FromBits<V>(n | UINT64_C(0x4330000000000000)) - (0x1p52 + bias);
+    } else if constexpr (std::same_as<V, f32x4>) {
+        return __builtin_convertvector((i32x4)n - bias, f32x4);
+    } else {
+        return static_cast<V>(static_cast<std::int64_t>(n) - bias);
+    }
+}
+
+// Comparisons: the compilers' own give a vector type that depends on the compiler.
+
+template <Value V>
+MaskOf<V> Less(V a, V b) {
+    return (MaskOf<V>)(a < b);
+}
+
+template <Value V>
+MaskOf<V> LessEqual(V a, V b) {
+    return (MaskOf<V>)(a <= b);
+}
+
+template <Value V>
+MaskOf<V> Equal(V a, V b) {
+    return (MaskOf<V>)(a == b);
+}
+
+template <Value V>
+MaskOf<V> NotEqual(V a, V b) {
+    return (MaskOf<V>)(a != b);
+}
+
+template <Value V>
+MaskOf<V> IsNaN(V a) {
+    return NotEqual(a, a);
+}
+
+/// True where a or b is a NaN.
+inline i32x4 Unordered(f64x2 a, f64x2 b) {
+    return (i32x4)_mm_cmpunord_pd((__m128d)a, (__m128d)b);
+}
+inline i32x4 Unordered(f32x4 a, f32x4 b) {
+    return (i32x4)_mm_cmpunord_ps((__m128)a, (__m128)b);
+}
+
+inline bool Any(i32x4 mask) {
+    return _mm_movemask_epi8((__m128i)mask) != 0;
+}
+
+/// One bit a lane, that of the first lane lowest.
+template <Value V>
+unsigned LaneBits(i32x4 mask) {
+    if constexpr (Doubles<V>) {
+        return static_cast<unsigned>(_mm_movemask_pd((__m128d)mask));
+    } else {
+        return static_cast<unsigned>(_mm_movemask_ps((__m128)mask));
+    }
+}
+
+inline int Not(int mask) {
+    return !mask;
+}
+inline i32x4 Not(i32x4 mask) {
+    return ~mask;
+}
+
+// Selection.
+
+/// a where the mask holds, b elsewhere.
+template <Value V>
+V Select(int mask, V a, V b) {
+    return mask ? a : b;
+}
+template <Value V>
+V Select(i32x4 mask, V a, V b) {
+    return (V)(((i32x4)a & mask) | ((i32x4)b & ~mask));
+}
+
+/// a where the mask holds, +0 elsewhere.
+template <Value V>
+V Keep(int mask, V a) {
+    return mask ? a : V{0};
+}
+template <Value V>
+V Keep(i32x4 mask, V a) {
+    return (V)((i32x4)a & mask);
+}
+
+/// +0 where the mask holds, a elsewhere.
+template <Value V>
+V Drop(int mask, V a) {
+    return mask ? V{0} : a;
+}
+template <Value V>
+V Drop(i32x4 mask, V a) {
+    return (V)((i32x4)a & ~mask);
+}
+
+/// The value with its sign bit cleared, also that of a NaN.
+template <Value V>
+V Abs(V v) {
+    using T = ElementOf<V>;
+    return FromBits<V>(Bits(v) & (signBit<T> - 1));
+}
+
+/// b where b < a, otherwise a: one instruction. A NaN on either side gives a.
+inline f64x2 Lesser(f64x2 a, f64x2 b) {
+    return (f64x2)_mm_min_pd((__m128d)b, (__m128d)a);
+}
+inline f32x4 Lesser(f32x4 a, f32x4 b) {
+    return (f32x4)_mm_min_ps((__m128)b, (__m128)a);
+}
+
+/// b where b > a, otherwise a: one instruction. A NaN on either side gives a.
+inline f64x2 Greater(f64x2 a, f64x2 b) {
+    return (f64x2)_mm_max_pd((__m128d)b, (__m128d)a);
+}
+inline f32x4 Greater(f32x4 a, f32x4 b) {
+    return (f32x4)_mm_max_ps((__m128)b, (__m128)a);
+}
+
+} // namespace nx::core
+
+#endif

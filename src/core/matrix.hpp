@@ -1,0 +1,74 @@
+// The type matrices, each written once, and the rows that make families over them.
+//
+//   NX_BINARY_FAMILY(LIST, Result, Family, loop...)
+//
+// defines the public two-operand template `Family` as a call of `loop` and instantiates it for every
+// member of LIST; the rows below it do the same for the other call shapes. A LIST names the
+// template arguments of its members. Macros are the language's only way to instantiate a template
+// over a list; all that the library has stand here.
+#ifndef NX_CORE_MATRIX_HPP
+#define NX_CORE_MATRIX_HPP
+
+#include <complex>
+
+#include <nx/types.hpp>
+
+// Members of two-operand families: destination, a, b.
+
+#define NX_REAL_SAME(SHAPE, Result, Family)                                                        \
+    SHAPE(Result, Family, double, double, double)                                                  \
+    SHAPE(Result, Family, float, float, float)
+
+#define NX_REAL_ALL(SHAPE, Result, Family)                                                         \
+    NX_REAL_SAME(SHAPE, Result, Family)                                                            \
+    SHAPE(Result, Family, float, float, double)                                                    \
+    SHAPE(Result, Family, float, double, float)
+
+// Members of one-operand families.
+
+#define NX_REAL(SHAPE, Result, Family)                                                             \
+    SHAPE(Result, Family, double)                                                                  \
+    SHAPE(Result, Family, float)
+
+// dst[i] from a[i] and b[i].
+
+#define NX_BINARY_MEMBER(Result, Family, TDst, TA, TB)                                             \
+    template NX_API Result Family<TDst, TA, TB>(TDst*, TA*, TB*, unsigned long, unsigned long,     \
+                                                unsigned long, unsigned long);
+
+#define NX_BINARY_FAMILY(LIST, Result, Family, ...)                                                \
+    template <class TDst, class TA, class TB>                                                      \
+    Result Family(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,         \
+                  unsigned long bStride, unsigned long count) {                                    \
+        return __VA_ARGS__(dst, a, b, dstStride, aStride, bStride, count);                         \
+    }                                                                                              \
+    LIST(NX_BINARY_MEMBER, Result, Family)
+
+// dst[i] from src[i], both of one type.
+
+#define NX_UNARY_MEMBER(Result, Family, T)                                                         \
+    template NX_API Result Family<T>(T*, T*, unsigned long, unsigned long, unsigned long);
+
+#define NX_UNARY_FAMILY(LIST, Result, Family, ...)                                                 \
+    template <class T>                                                                             \
+    Result Family(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,                \
+                  unsigned long count) {                                                           \
+        return __VA_ARGS__(dst, src, dstStride, srcStride, count);                                 \
+    }                                                                                              \
+    LIST(NX_UNARY_MEMBER, Result, Family)
+
+// Complex dst[i] from real src[i].
+
+#define NX_TO_COMPLEX_MEMBER(Result, Family, T)                                                    \
+    template NX_API Result Family<std::complex<T>, T>(std::complex<T>*, T*, unsigned long,         \
+                                                      unsigned long, unsigned long);
+
+#define NX_TO_COMPLEX_FAMILY(LIST, Result, Family, ...)                                            \
+    template <class TDst, class TSrc>                                                              \
+    Result Family(TDst* dst, TSrc* src, unsigned long dstStride, unsigned long srcStride,          \
+                  unsigned long count) {                                                           \
+        return __VA_ARGS__(dst, src, dstStride, srcStride, count);                                 \
+    }                                                                                              \
+    LIST(NX_TO_COMPLEX_MEMBER, Result, Family)
+
+#endif

@@ -1,0 +1,96 @@
+// The rules by which the selection families keep one of two operands.
+#ifndef NX_MINMAX_SELECTION_HPP
+#define NX_MINMAX_SELECTION_HPP
+
+#include <concepts>
+#include <type_traits>
+
+#include "core/lanes.hpp"
+
+namespace nx::minmax {
+
+using namespace core;
+
+/// Which of a NaN and a number is taken.
+enum class NaNPolicy { loses, wins };
+
+enum class Direction { smallest, largest };
+
+/// True where only a's being or b's being a NaN can make a the choice: a wins against everything if
+/// NaN win, and against a NaN b if they lose. Two NaN keep a either way.
+template <NaNPolicy policy, Value V>
+MaskOf<V> KeepsByNaN(V a, V b) {
+    return policy == NaNPolicy::wins ? IsNaN(a) : IsNaN(b);
+}
+
+/// Order by value. Equal values keep a, so zeros are not ordered by sign.
+template <Direction direction, NaNPolicy policy>
+struct ByValue {
+    /// In which precision operands of different precision meet: the wider one.
+    template <class TDst, class TA, class TB>
+    using Working = std::common_type_t<TA, TB>;
+
+    template <Value V>
+    static MaskOf<V> KeepsFirst(V a, V b) {
+        return KeepsByNaN<policy>(a, b) |
+               (direction == Direction::smallest ? LessEqual(a, b) : LessEqual(b, a));
+    }
+
+    /// For operands that are no NaN.
+    template <Value V>
+    static V ChooseOrdered(V a, V b) {
+        return direction == Direction::smallest ? Lesser(a, b) : Greater(a, b);
+    }
+};
+
+/// Order by magnitude. Of x and -x the smallest is the positive one and the largest the negative
+/// one; equal values keep a.
+template <Direction direction, NaNPolicy policy>
+struct ByMagnitude {
+    /// The narrower precision: a `double` is rounded before anything is compared.
+    template <class TDst, class TA, class TB>
+    using Working = TDst;
+
+    template <Value V>
+    static MaskOf<V> KeepsFirst(V a, V b) {
+        const V ma = Abs(a);
+        const V mb = Abs(b);
+        const auto tie = Equal(ma, mb);
+        if constexpr (direction == Direction::smallest) {
+            return KeepsByNaN<policy>(a, b) | Less(ma, mb) | (tie & LessEqual(b, a));
+        } else {
+            return KeepsByNaN<policy>(a, b) | Less(mb, ma) | (tie & LessEqual(a, b));
+        }
+    }
+};
+
+/// The element function of a family: what is chosen is converted only after the choice, so that a
+/// `float` operand keeps its bits.
+template <class Rule>
+struct Choice {
+    template <class TDst, class TA, class TB>
+    static TDst Apply(TA a, TB b) {
+        using W = typename Rule::template Working<TDst, TA, TB>;
+        return Select(Rule::KeepsFirst(static_cast<W>(a), static_cast<W>(b)),
+                      static_cast<TDst>(a), static_cast<TDst>(b));
+    }
+
+    template <class V>
+        requires requires(V v) { Rule::ChooseOrdered(v, v); }
+    static V ApplyOrdered(V a, V b) {
+        return Rule::ChooseOrdered(a, b);
+    }
+};
+
+using Min = Choice<ByValue<Direction::smallest, NaNPolicy::loses>>;
+using Max = Choice<ByValue<Direction::largest, NaNPolicy::loses>>;
+using MinNaN = Choice<ByValue<Direction::smallest, NaNPolicy::wins>>;
+using MaxNaN = Choice<ByValue<Direction::largest, NaNPolicy::wins>>;
+using MinAbs = Choice<ByMagnitude<Direction::smallest, NaNPolicy::loses>>;
+using MaxAbs = Choice<ByMagnitude<Direction::largest, NaNPolicy::loses>>;
+using MinAbsNaN = Choice<ByMagnitude<Direction::smallest, NaNPolicy::wins>>;
+using MaxAbsNaN = Choice<ByMagnitude<Direction::largest, NaNPolicy::wins>>;
+
+} // namespace nx::minmax
+
+#endif

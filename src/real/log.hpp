@@ -1,0 +1,445 @@
+// Natural, base-2 and base-10 logarithm and log(1 + x), in `double` and in `float`.
+//
+// 1. x = 2^k * (1 + f), with 1 + f in about [sqrt(2)/2, sqrt(2)): a constant added to the mantissa
+//    carries into the exponent from sqrt(2) upwards.
+// 2. With s = f / (2 + f), log(1 + f) = 2 atanh(s) = f - s * (f - R), R a polynomial in s^2. Close to
+//    sqrt(2), `double` takes f - (f^2/2 - s * (f^2/2 + R)), which rounds better there.
+// 3. log(x) = k * ln 2 + log(1 + f), with ln 2 in two parts, so that k times the first is exact.
+//
+// The kernels follow one pattern: a struct whose `First` and `Next` are the phases of the common
+// range on a scalar or on lanes, where `First` also marks what lies outside that range, and whose
+// `Entry` is the whole function of one value. k == 0 needs no branch: the general form
+// 0 - ((u - 0) - f) has the bits of f - u.
+#ifndef NX_REAL_LOG_HPP
+#define NX_REAL_LOG_HPP
+
+#include "core/lanes.hpp"
+
+namespace nx::real {
+
+using namespace core;
+
+template <class T>
+struct LogConstants;
+
+template <>
+struct LogConstants<double> {
+    static constexpr double ln2Hi = Pinned(0.6931471803691238, 0x3FE62E42FEE00000);
+    static constexpr double ln2Lo = Pinned(1.9082149292705877e-10, 0x3DEA39EF35793C76);
+    static constexpr double ln2 = Pinned(0.6931471805599453, 0x3FE62E42FEFA39EF);
+
+    // The polynomial R on |s| < 0.1716, lowest order first.
+    static constexpr double L1 = Pinned(0.6666666666666735, 0x3FE5555555555593);
+    static constexpr double L2 = Pinned(0.3999999999940942, 0x3FD999999997FA04);
+    static constexpr double L3 = Pinned(0.2857142874366239, 0x3FD2492494229359);
+    static constexpr double L4 = Pinned(0.22222198432149784, 0x3FCC71C51D8E78AF);
+    static constexpr double L5 = Pinned(0.1818357216161805, 0x3FC7466496CB03DE);
+    static constexpr double L6 = Pinned(0.15313837699209373, 0x3FC39A09D078C69F);
+    static constexpr double L7 = Pinned(0.14798198605116586, 0x3FC2F112DF3E5244);
+
+    static constexpr double third = 0.3333333333333333;
+    static constexpr double twoThirds = 0.6666666666666666;
+
+    static constexpr double ivln10 = Pinned(0.4342944819032518, 0x3FDBCB7B1526E50E);
+    static constexpr double log10Of2Hi = Pinned(0.30102999566361177, 0x3FD34413509F6000);
+    static constexpr double log10Of2Lo = Pinned(3.694239077158931e-13, 0x3D59FEF311F12B36);
+
+    static constexpr double subnormalScale = 0x1p54;
+    static constexpr double subnormalExponent = -54;
+    static constexpr std::int32_t minNormalWord = 0x00100000;
+    static constexpr std::int32_t maxFiniteWord = 0x7FEFFFFF;
+    static constexpr std::int32_t mantissaWord = 0x000FFFFF;
+    /// f counts as tiny in the last words below a power of two and the first above it, so many in
+    /// all.
+    static constexpr std::int32_t tinyWords = 3;
+
+    /// Added to a pattern, they carry into its exponent from about sqrt(2) upwards.
+    static constexpr std::uint64_t carry = UINT64_C(0x00095F6400000000);
+    static constexpr std::uint64_t carry1p = UINT64_C(0x00095F6200000000);
+
+    /// log1p: below `small` two terms of the series do; between `nearLow` and `nearHigh` 1 + x needs
+    /// no reduction; from `noSum` on 1 + x is x.
+    static constexpr double small = 0x1p-29;
+    static constexpr double nearLow = -std::bit_cast<double>(UINT64_C(0x3FD2BEC400000000));
+    static constexpr double nearHigh = std::bit_cast<double>(UINT64_C(0x3FDA827A00000000));
+    static constexpr double noSum = 0x1p53;
+};
+
+template <>
+struct LogConstants<float> {
+    static constexpr float ln2Hi = Pinned(0.693145751953125f, 0x3F317200);
+    static constexpr float ln2Lo = Pinned(1.428606765330187e-06f, 0x35BFBE8E);
+    static constexpr float ln2 = Pinned(0.6931471824645996f, 0x3F317218);
+
+    static constexpr float L1 = Pinned(0.6666666865348816f, 0x3F2AAAAB);
+    static constexpr float L2 = Pinned(0.3999999165534973f, 0x3ECCCCCA);
+    static constexpr float L3 = Pinned(0.2855924665927887f, 0x3E92392D);
+    static constexpr float L4 = Pinned(0.2317265123128891f, 0x3E6D49B7);
+
+    static constexpr float third = 0.3333333432674408f;
+    static constexpr float twoThirds = 0.6666666865348816f;
+
+    static constexpr float ivln10 = Pinned(0.4342944920063019f, 0x3EDE5BD9);
+    static constexpr float log10Of2Hi = Pinned(0.301025390625f, 0x3E9A2000);
+    static constexpr float log10Of2Lo = Pinned(4.605039066518657e-06f, 0x369A84FC);
+
+    static constexpr float subnormalScale = 0x1p25f;
+    static constexpr float subnormalExponent = -25;
+    static constexpr std::int32_t minNormalWord = 0x00800000;
+    static constexpr std::int32_t maxFiniteWord = 0x7F7FFFFF;
+    static constexpr std::int32_t mantissaWord = 0x007FFFFF;
+    static constexpr std::int32_t tinyWords = 16;
+
+    static constexpr std::uint32_t carry = UINT32_C(0x004AFB0D);
+    static constexpr std::uint32_t carry1p = UINT32_C(0x004AFB09);
+
+    static constexpr float small = 0x1p-29f;
+    static constexpr float nearLow = -std::bit_cast<float>(UINT32_C(0x3E95F619));
+    static constexpr float nearHigh = std::bit_cast<float>(UINT32_C(0x3ED413D0));
+    static constexpr float noSum = 0x1p24f;
+};
+
+/// f of step 1, from a pattern and the same pattern with the carry added.
+template <Value V>
+V Fraction(BitsOf<V> bits, BitsOf<V> carried) {
+    using T = ElementOf<V>;
+    return FromBits<V>(bits - (carried & Layout<T>::exponentMask) + Pattern(T{1})) - T{1};
+}
+
+/// k of step 1: the exponent of a positive pattern.
+template <Value V>
+V Exponent(BitsOf<V> bits) {
+    using T = ElementOf<V>;
+    return ValueOf<V>(bits >> Layout<T>::mantissaBits, Layout<T>::bias);
+}
+
+template <Value V>
+MaskOf<V> IsPositiveNormal(V x) {
+    using C = LogConstants<ElementOf<V>>;
+    const auto hx = UpperWords(x);
+    return (hx >= C::minNormalWord) & (hx <= C::maxFiniteWord);
+}
+
+/// The result of a logarithm for what is not positive and normal: zeros, negative values, infinity
+/// and NaN. A positive subnormal, the one case left, is scaled up, and `exponent` tells by how much.
+template <class T>
+bool IsSettled(T& x, T& exponent, T& result) {
+    using C = LogConstants<T>;
+    const std::int32_t hx = UpperWord(x);
+    if (hx > C::maxFiniteWord) {
+        result = x;
+        return true;
+    }
+    if (hx < C::minNormalWord) {
+        if (x == 0) {
+            result = -infinity<T>;
+            return true;
+        }
+        if (hx < 0) {
+            result = defaultNaN<T>;
+            return true;
+        }
+        x *= C::subnormalScale;
+        exponent = C::subnormalExponent;
+    }
+    return false;
+}
+
+// Natural logarithm.
+
+template <Value V>
+struct LogReduced {
+    V f, s, k;
+};
+
+/// `double` also keeps where f is close to that of sqrt(2). In `float` no f is: the bounds of that
+/// range are crossed there, and putting them in order would change last places.
+template <Doubles V>
+struct LogReduced<V> {
+    V f, s, k;
+    MaskOf<V> nearRoot;
+};
+
+struct LogKernel {
+    /// Rare: not positive and normal, or f tiny but not 0.
+    template <Value V>
+    static LogReduced<V> First(V x, MaskOf<V>& rare) {
+        using C = LogConstants<ElementOf<V>>;
+        const auto bits = Bits(x);
+        const auto carried = bits + C::carry;
+        const V f = Fraction<V>(bits, carried);
+        const V s = f / (ElementOf<V>{2} + f);
+        const V k = Exponent<V>(carried);
+        const auto m = UpperWords(x) & C::mantissaWord;
+        const MaskOf<V> tiny = ((m + (C::tinyWords - 1)) & C::mantissaWord) < C::tinyWords;
+        rare |= Not(IsPositiveNormal(x)) | (tiny & NotEqual(f, V{}));
+        if constexpr (Doubles<V>) {
+            return {f, s, k, (m >= 0x6147A) & (m <= 0x6B851)};
+        } else {
+            return {f, s, k};
+        }
+    }
+
+    template <Doubles V>
+    static V Next(const LogReduced<V>& x) {
+        using C = LogConstants<double>;
+        const V z = x.s * x.s;
+        const V w = z * z;
+        const V R = (((C::L7 * w + C::L5) * w + C::L3) * w + C::L1) * z +
+                    ((C::L6 * w + C::L4) * w + C::L2) * w;
+        const V hfsq = (x.f * 0.5) * x.f;
+        // Both forms of step 2: with h and R + h near the root, with 0 and R - f elsewhere.
+        const V product = x.s * (R + Select(x.nearRoot, hfsq, -x.f));
+        const V h = Keep(x.nearRoot, hfsq);
+        return x.k * C::ln2Hi - ((h - (product + x.k * C::ln2Lo)) - x.f);
+    }
+
+    template <Floats V>
+    static V Next(const LogReduced<V>& x) {
+        using C = LogConstants<float>;
+        const V z = x.s * x.s;
+        const V w = z * z;
+        const V R = (C::L4 * w + C::L2) * w + (w * C::L3 + C::L1) * z;
+        return x.k * C::ln2Hi - ((x.s * (x.f - R) - x.k * C::ln2Lo) - x.f);
+    }
+
+    template <class T>
+    static T Entry(T x) {
+        using C = LogConstants<T>;
+        T exponent{}, result;
+        if (IsSettled(x, exponent, result)) {
+            return result;
+        }
+        MaskOf<T> tiny = 0;
+        LogReduced<T> reduced = First(x, tiny);
+        reduced.k += exponent;
+        if (!tiny) {
+            return Next(reduced);
+        }
+        const T f = reduced.f;
+        const T R = (T{0.5} - C::third * f) * (f * f);
+        return reduced.k * C::ln2Hi - ((R - reduced.k * C::ln2Lo) - f);
+    }
+};
+
+/// Natural logarithm.
+template <class T>
+T KernelLog(T x) {
+    return LogKernel::Entry(x);
+}
+
+// Base-10 logarithm: x = 2^y * r with r in [1, 2) for x >= 1 and in [1/2, 1) below, so that y and
+// log(r) have one sign.
+
+template <Value V>
+struct Log10Split {
+    V r, y;
+};
+
+template <Value V>
+Log10Split<V> SplitForLog10(V x) {
+    using T = ElementOf<V>;
+    const auto bits = Bits(x);
+    const V mantissa = FromBits<V>((bits & ~(Layout<T>::exponentMask | signBit<T>)) |
+                                   Pattern(T{1}));
+    const MaskOf<V> below = Less(x, Broadcast<V>(1));
+    return {Select(below, mantissa * T{0.5}, mantissa),
+            Exponent<V>(bits) + Keep(below, Broadcast<V>(1))};
+}
+
+template <Value V>
+V JoinForLog10(V log, V y) {
+    using C = LogConstants<ElementOf<V>>;
+    return (C::ivln10 * log + y * C::log10Of2Lo) + y * C::log10Of2Hi;
+}
+
+struct Log10Kernel {
+    template <Value V>
+    struct Reduced {
+        LogReduced<V> r;
+        V y;
+    };
+
+    /// Rare: not positive and normal, or close to a power of two.
+    template <Value V>
+    static Reduced<V> First(V x, MaskOf<V>& rare) {
+        const Log10Split<V> split = SplitForLog10(x);
+        rare |= Not(IsPositiveNormal(x));
+        return {LogKernel::First(split.r, rare), split.y};
+    }
+
+    template <Value V>
+    static V Next(const Reduced<V>& x) {
+        return JoinForLog10(LogKernel::Next(x.r), x.y);
+    }
+
+    template <class T>
+    static T Entry(T x) {
+        T exponent{}, result;
+        if (IsSettled(x, exponent, result)) {
+            return result;
+        }
+        const Log10Split<T> split = SplitForLog10(x);
+        return JoinForLog10(KernelLog(split.r), split.y + exponent);
+    }
+};
+
+/// Base-10 logarithm.
+template <class T>
+T KernelLog10(T x) {
+    return Log10Kernel::Entry(x);
+}
+
+// Base-2 logarithm: x = 2^e * r with r in [1/2, 1), or e = 0 and r = x in [1, 1.5), where a sum of
+// two terms would cancel. An exact power of two comes out exact: log(1/2) is -ln 2 to the last bit.
+
+template <Value V>
+struct Log2Split {
+    V r, e;
+};
+
+template <Value V>
+Log2Split<V> SplitForLog2(V x) {
+    using T = ElementOf<V>;
+    constexpr T half = 0.5;
+    const auto bits = Bits(x);
+    const V r = FromBits<V>((bits & ~(Layout<T>::exponentMask | signBit<T>)) | Pattern(half));
+    const V e = Exponent<V>(bits) + T{1};
+    const MaskOf<V> whole = LessEqual(Broadcast<V>(1), x) & Less(x, Broadcast<V>(T{1.5}));
+    return {Select(whole, x, r), Drop(whole, e)};
+}
+
+struct Log2Kernel {
+    template <Value V>
+    struct Reduced {
+        LogReduced<V> r;
+        V e;
+    };
+
+    /// Rare: not positive and normal, or close to a power of two.
+    template <Value V>
+    static Reduced<V> First(V x, MaskOf<V>& rare) {
+        const Log2Split<V> split = SplitForLog2(x);
+        rare |= Not(IsPositiveNormal(x));
+        return {LogKernel::First(split.r, rare), split.e};
+    }
+
+    template <Value V>
+    static V Next(const Reduced<V>& x) {
+        return LogKernel::Next(x.r) / LogConstants<ElementOf<V>>::ln2 + x.e;
+    }
+
+    template <class T>
+    static T Entry(T x) {
+        if (x != x) {
+            return x;
+        }
+        T exponent{}, result;
+        if (IsSettled(x, exponent, result)) {
+            return result;
+        }
+        const Log2Split<T> split = SplitForLog2(x);
+        return KernelLog(split.r) / LogConstants<T>::ln2 + (split.e + exponent);
+    }
+};
+
+/// Base-2 logarithm. A NaN comes back as it is.
+template <class T>
+T KernelLog2(T x) {
+    return Log2Kernel::Entry(x);
+}
+
+// log(1 + x): the reduction of u = 1 + x, with c = (1 + x - u) / u for what the sum rounded off.
+
+template <Value V>
+struct Log1pReduced {
+    V f, s, k, c;
+    MaskOf<V> small;
+};
+
+struct Log1pKernel {
+    /// Rare: not between -1 and `noSum`, or f tiny but not 0 after a reduction.
+    template <Value V>
+    static Log1pReduced<V> First(V x, MaskOf<V>& rare) {
+        using T = ElementOf<V>;
+        using C = LogConstants<T>;
+        rare |= Not(Less(Broadcast<V>(-1), x) & Less(x, Broadcast<V>(C::noSum)));
+        const V u = T{1} + x;
+        const MaskOf<V> doubled = LessEqual(Broadcast<V>(2), u);
+        const V c = Select(doubled, T{1} - (u - x), x - (u - T{1})) / u;
+        return Reduce(x, u, c, rare);
+    }
+
+    template <Value V>
+    static V Next(const Log1pReduced<V>& x) {
+        using T = ElementOf<V>;
+        using C = LogConstants<T>;
+        const V hfsq = (x.f * T{0.5}) * x.f;
+        const V R = Polynomial(x.s * x.s);
+        const V low = x.k * C::ln2Lo + x.c;
+        const V sum = x.k * C::ln2Hi - ((hfsq - (low + x.s * (R + hfsq))) - x.f);
+        return Select(x.small, x.f - (x.f * x.f) * T{0.5}, sum);
+    }
+
+    template <class T>
+    static T Entry(T x) {
+        using C = LogConstants<T>;
+        if (x <= -1) {
+            return x == -1 ? -infinity<T> : defaultNaN<T>;
+        }
+        if (!(x < infinity<T>)) {
+            return UpperWord(x) < 0 ? defaultNaN<T> : x;
+        }
+        MaskOf<T> tiny = 0;
+        const Log1pReduced<T> reduced =
+            x < C::noSum ? First(x, tiny) : Reduce(x, x, T{0}, tiny);
+        if (!tiny) {
+            return Next(reduced);
+        }
+        const T f = reduced.f;
+        const T R = (T{1} - C::twoThirds * f) * ((f * T{0.5}) * f);
+        const T low = reduced.k * C::ln2Lo + reduced.c;
+        return reduced.k * C::ln2Hi - ((R - low) - f);
+    }
+
+private:
+    template <Value V>
+    static Log1pReduced<V> Reduce(V x, V u, V c, MaskOf<V>& rare) {
+        using T = ElementOf<V>;
+        using C = LogConstants<T>;
+        const MaskOf<V> near =
+            Less(Broadcast<V>(C::nearLow), x) & Less(x, Broadcast<V>(C::nearHigh));
+        const auto bits = Bits(u);
+        const auto carried = bits + C::carry1p;
+        const V f = Select(near, x, Fraction<V>(bits, carried));
+        const V k = Drop(near, Exponent<V>(carried));
+        const auto m = UpperWords(u) & C::mantissaWord;
+        const MaskOf<V> tiny = ((m + 3) & C::mantissaWord) < 4;
+        rare |= Not(near) & tiny & NotEqual(f, V{});
+        const V s = f / (T{2} + f);
+        return {f, s, k, Drop(Equal(k, V{}), c), Less(Abs(x), Broadcast<V>(C::small))};
+    }
+
+    template <Doubles V>
+    static V Polynomial(V z) {
+        using C = LogConstants<double>;
+        return ((((((C::L7 * z + C::L6) * z + C::L5) * z + C::L4) * z + C::L3) * z + C::L2) * z +
+                C::L1) *
+               z;
+    }
+    template <Floats V>
+    static V Polynomial(V z) {
+        using C = LogConstants<float>;
+        return (((C::L4 * z + C::L3) * z + C::L2) * z + C::L1) * z;
+    }
+};
+
+/// log(1 + x).
+template <class T>
+T KernelLog1p(T x) {
+    return Log1pKernel::Entry(x);
+}
+
+} // namespace nx::real
+
+#endif
