@@ -40,20 +40,20 @@ constexpr std::int32_t UpperWord(float x) {
     return std::bit_cast<std::int32_t>(x);
 }
 
-/// How a type lays out its exponent, as patterns and counts of bits.
+/// How a type lays out a value: bits of the mantissa, and the exponent's bias.
 template <class T>
 struct Layout;
 template <>
 struct Layout<double> {
     static constexpr int mantissaBits = 52;
     static constexpr std::int32_t bias = 1023;
-    static constexpr std::uint64_t exponentMask = UINT64_C(0x7FF0000000000000);
+    static constexpr std::uint64_t mantissaMask = UINT64_C(0x000FFFFFFFFFFFFF);
 };
 template <>
 struct Layout<float> {
     static constexpr int mantissaBits = 23;
     static constexpr std::int32_t bias = 127;
-    static constexpr std::uint32_t exponentMask = UINT32_C(0x7F800000);
+    static constexpr std::uint32_t mantissaMask = UINT32_C(0x007FFFFF);
 };
 
 template <class T>

@@ -25,7 +25,7 @@ namespace nx::core {
 inline constexpr unsigned long blockVectors = 32;
 
 template <class T>
-inline constexpr unsigned long blockElements = blockVectors * Lanes<Vector<T>>::count;
+inline constexpr unsigned long blockElements = blockVectors* Lanes<Vector<T>>::count;
 
 /// The domain of a function that is defined everywhere.
 struct Everywhere {
@@ -82,7 +82,7 @@ unsigned long EvaluateBlock(T* out, const T* in, unsigned long count) {
     for (unsigned long j = 0; j < count / lanes; ++j) {
         states[j] = K::First(Load<V>(in + j * lanes), rare);
     }
-    if (!Any(rare)) [[likely]] {
+    if (!Any<V>(rare)) [[likely]] {
         FinishBlock<K, V>(out, states, count / lanes);
         return count;
     }
@@ -153,8 +153,8 @@ unsigned long MapInDomain(T* dst, T* src, unsigned long dstStride, unsigned long
 /// A family from real elements to complex ones: the kernel F::Real gives the real part of every
 /// element, F::Imaginary(x) the imaginary one. Never stops: returns 0.
 template <class F, class T>
-unsigned long MapToComplex(std::complex<T>* dst, T* src, unsigned long dstStride, unsigned long srcStride,
-                  unsigned long count) {
+unsigned long MapToComplex(std::complex<T>* dst, T* src, unsigned long dstStride,
+                           unsigned long srcStride, unsigned long count) {
     const unsigned long dstBytes = dstStride * sizeof(std::complex<T>);
     const unsigned long srcBytes = srcStride * sizeof(T);
     while (count != 0) {

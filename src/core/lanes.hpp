@@ -133,18 +133,28 @@ V FromBits(BitsOf<V> bits) {
     return std::bit_cast<V>(bits);
 }
 
-/// The signed words on which kernels decide ranges; those of `double` lanes fill both halves.
-inline std::int32_t UpperWords(double x) {
-    return UpperWord(x);
+/// The upper words on which kernels decide ranges, as unsigned integers that wrap. In `double` lanes
+/// the lower word stays in its place, so that a mask made of them holds in a lane's upper half only:
+/// enough for one that is read by `Any` and `LaneBits`.
+inline std::uint32_t Words(double x) {
+    return static_cast<std::uint32_t>(UpperWord(x));
 }
-inline std::int32_t UpperWords(float x) {
-    return UpperWord(x);
+inline std::uint32_t Words(float x) {
+    return Pattern(x);
 }
-inline i32x4 UpperWords(f64x2 v) {
-    return (i32x4)_mm_shuffle_epi32((__m128i)v, _MM_SHUFFLE(3, 3, 1, 1));
+inline u32x4 Words(f64x2 v) {
+    return (u32x4)v;
 }
-inline i32x4 UpperWords(f32x4 v) {
-    return (i32x4)v;
+inline u32x4 Words(f32x4 v) {
+    return (u32x4)v;
+}
+
+/// a < b as signed integers.
+inline int SignedLess(std::uint32_t a, std::uint32_t b) {
+    return static_cast<std::int32_t>(a) < static_cast<std::int32_t>(b);
+}
+inline i32x4 SignedLess(u32x4 a, std::uint32_t b) {
+    return (i32x4)a < static_cast<std::int32_t>(b);
 }
 
 /// n - bias as a value, for integers n and bias below 2^31.
@@ -182,6 +192,18 @@ MaskOf<V> NotEqual(V a, V b) {
     return (MaskOf<V>)(a != b);
 }
 
+/// Not a < b: true also where a or b is a NaN.
+template <Value V>
+MaskOf<V> NotLess(V a, V b) {
+    if constexpr (std::same_as<V, f64x2>) {
+        return (i32x4)_mm_cmpnlt_pd((__m128d)a, (__m128d)b);
+    } else if constexpr (std::same_as<V, f32x4>) {
+        return (i32x4)_mm_cmpnlt_ps((__m128)a, (__m128)b);
+    } else {
+        return !(a < b);
+    }
+}
+
 template <Value V>
 MaskOf<V> IsNaN(V a) {
     return NotEqual(a, a);
@@ -195,10 +217,6 @@ inline i32x4 Unordered(f32x4 a, f32x4 b) {
     return (i32x4)_mm_cmpunord_ps((__m128)a, (__m128)b);
 }
 
-inline bool Any(i32x4 mask) {
-    return _mm_movemask_epi8((__m128i)mask) != 0;
-}
-
 /// One bit a lane, that of the first lane lowest.
 template <Value V>
 unsigned LaneBits(i32x4 mask) {
@@ -207,6 +225,11 @@ unsigned LaneBits(i32x4 mask) {
     } else {
         return static_cast<unsigned>(_mm_movemask_ps((__m128)mask));
     }
+}
+
+template <Value V>
+bool Any(i32x4 mask) {
+    return LaneBits<V>(mask) != 0;
 }
 
 inline int Not(int mask) {
@@ -256,6 +279,10 @@ V Abs(V v) {
 }
 
 /// b where b < a, otherwise a: one instruction. A NaN on either side gives a.
+template <class T>
+T Lesser(T a, T b) {
+    return b < a ? b : a;
+}
 inline f64x2 Lesser(f64x2 a, f64x2 b) {
     return (f64x2)_mm_min_pd((__m128d)b, (__m128d)a);
 }
@@ -264,6 +291,10 @@ inline f32x4 Lesser(f32x4 a, f32x4 b) {
 }
 
 /// b where b > a, otherwise a: one instruction. A NaN on either side gives a.
+template <class T>
+T Greater(T a, T b) {
+    return b > a ? b : a;
+}
 inline f64x2 Greater(f64x2 a, f64x2 b) {
     return (f64x2)_mm_max_pd((__m128d)b, (__m128d)a);
 }

@@ -82,7 +82,7 @@ void LaneLoop(T* dst, const T* a, const T* b, unsigned long count) {
             for (unsigned long j = 0; j < group; ++j) {
                 unordered |= Unordered(va[j], vb[j]);
             }
-            if (!Any(unordered)) [[likely]] {
+            if (!Any<V>(unordered)) [[likely]] {
                 for (unsigned long j = 0; j < group; ++j) {
                     store(i + j * lanes, Op::ApplyOrdered(va[j], vb[j]));
                 }

@@ -71,12 +71,14 @@ struct Choice {
     template <class TDst, class TA, class TB>
     static TDst Apply(TA a, TB b) {
         using W = typename Rule::template Working<TDst, TA, TB>;
-        return Select(Rule::KeepsFirst(static_cast<W>(a), static_cast<W>(b)),
-                      static_cast<TDst>(a), static_cast<TDst>(b));
+        return Select(Rule::KeepsFirst(static_cast<W>(a), static_cast<W>(b)), static_cast<TDst>(a),
+                      static_cast<TDst>(b));
     }
 
     template <class V>
-        requires requires(V v) { Rule::ChooseOrdered(v, v); }
+    requires requires(V v) {
+        Rule::ChooseOrdered(v, v);
+    }
     static V ApplyOrdered(V a, V b) {
         return Rule::ChooseOrdered(a, b);
     }

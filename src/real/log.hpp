@@ -48,10 +48,17 @@ struct LogConstants<double> {
     static constexpr double subnormalExponent = -54;
     static constexpr std::int32_t minNormalWord = 0x00100000;
     static constexpr std::int32_t maxFiniteWord = 0x7FEFFFFF;
-    static constexpr std::int32_t mantissaWord = 0x000FFFFF;
-    /// f counts as tiny in the last words below a power of two and the first above it, so many in
-    /// all.
-    static constexpr std::int32_t tinyWords = 3;
+    static constexpr std::uint32_t mantissaWord = 0x000FFFFF;
+    /// f counts as tiny in so many words: the last ones below a power of two and the first above.
+    /// `tinyWord` is above the upper word of every such f.
+    static constexpr std::uint32_t tinyWords = 3;
+    static constexpr std::uint32_t tinyWords1p = 4;
+    static constexpr std::uint32_t tinyWord = 0x3EC00000;
+
+    /// The form near sqrt(2) serves mantissas from 0x6147A to 0x6B851 in the upper word: f from
+    /// `rootHigh` on, and f below `rootLow` where the carry has halved 1 + f.
+    static constexpr double rootHigh = 0x1.6147Ap0 - 1;
+    static constexpr double rootLow = 0x1.6B852p-1 - 1;
 
     /// Added to a pattern, they carry into its exponent from about sqrt(2) upwards.
     static constexpr std::uint64_t carry = UINT64_C(0x00095F6400000000);
@@ -87,8 +94,10 @@ struct LogConstants<float> {
     static constexpr float subnormalExponent = -25;
     static constexpr std::int32_t minNormalWord = 0x00800000;
     static constexpr std::int32_t maxFiniteWord = 0x7F7FFFFF;
-    static constexpr std::int32_t mantissaWord = 0x007FFFFF;
-    static constexpr std::int32_t tinyWords = 16;
+    static constexpr std::uint32_t mantissaWord = 0x007FFFFF;
+    static constexpr std::uint32_t tinyWords = 16;
+    static constexpr std::uint32_t tinyWords1p = 4;
+    static constexpr std::uint32_t tinyWord = 0x35800000;
 
     static constexpr std::uint32_t carry = UINT32_C(0x004AFB0D);
     static constexpr std::uint32_t carry1p = UINT32_C(0x004AFB09);
@@ -97,27 +106,37 @@ struct LogConstants<float> {
     static constexpr float nearLow = -std::bit_cast<float>(UINT32_C(0x3E95F619));
     static constexpr float nearHigh = std::bit_cast<float>(UINT32_C(0x3ED413D0));
     static constexpr float noSum = 0x1p24f;
+    static constexpr float beforeOne = 0x1.fffffep-1f;
 };
 
-/// f of step 1, from a pattern and the same pattern with the carry added.
+/// f of step 1, from a pattern that has the carry added: what is left of it in the mantissa puts
+/// 1 + f between the carry's complement below 1 and above.
 template <Value V>
-V Fraction(BitsOf<V> bits, BitsOf<V> carried) {
+V Fraction(BitsOf<V> carried, BitsOf<ElementOf<V>> carry) {
     using T = ElementOf<V>;
-    return FromBits<V>(bits - (carried & Layout<T>::exponentMask) + Pattern(T{1})) - T{1};
+    return FromBits<V>((carried & Layout<T>::mantissaMask) + (Pattern(T{1}) - carry)) - T{1};
 }
 
-/// k of step 1: the exponent of a positive pattern.
+/// The exponent of a positive pattern, less `bias`.
 template <Value V>
-V Exponent(BitsOf<V> bits) {
-    using T = ElementOf<V>;
-    return ValueOf<V>(bits >> Layout<T>::mantissaBits, Layout<T>::bias);
+V Exponent(BitsOf<V> bits, std::int32_t bias = Layout<ElementOf<V>>::bias) {
+    return ValueOf<V>(bits >> Layout<ElementOf<V>>::mantissaBits, bias);
 }
 
+/// True in all lanes but those of positive and normal values: adding the smallest normal word takes
+/// infinity and NaN to the negative words.
 template <Value V>
-MaskOf<V> IsPositiveNormal(V x) {
-    using C = LogConstants<ElementOf<V>>;
-    const auto hx = UpperWords(x);
-    return (hx >= C::minNormalWord) & (hx <= C::maxFiniteWord);
+MaskOf<V> NotPositiveNormal(V x) {
+    constexpr auto smallest = static_cast<std::uint32_t>(LogConstants<ElementOf<V>>::minNormalWord);
+    return SignedLess(Words(x) + smallest, 2 * smallest);
+}
+
+/// True where |f| is below about 2^-20 but not 0, for |f| < 1: what the kernels' two-term form of a
+/// tiny f takes, and a little more. Doubling drops the sign; the sum takes 0 out of the way.
+template <Value V>
+MaskOf<V> IsTinyFraction(V f) {
+    constexpr std::uint32_t top = 0x7FFFFFFF;
+    return SignedLess(Words(f) + Words(f) + top, 2 * LogConstants<ElementOf<V>>::tinyWord + top);
 }
 
 /// The result of a logarithm for what is not positive and normal: zeros, negative values, infinity
@@ -152,32 +171,22 @@ struct LogReduced {
     V f, s, k;
 };
 
-/// `double` also keeps where f is close to that of sqrt(2). In `float` no f is: the bounds of that
-/// range are crossed there, and putting them in order would change last places.
-template <Doubles V>
-struct LogReduced<V> {
-    V f, s, k;
-    MaskOf<V> nearRoot;
-};
-
 struct LogKernel {
+    /// Steps 1 and 2 up to s, for x that is positive and normal.
+    template <Value V>
+    static LogReduced<V> Reduce(V x) {
+        using C = LogConstants<ElementOf<V>>;
+        const auto carried = Bits(x) + C::carry;
+        const V f = Fraction<V>(carried, C::carry);
+        return {f, f / (ElementOf<V>{2} + f), Exponent<V>(carried)};
+    }
+
     /// Rare: not positive and normal, or f tiny but not 0.
     template <Value V>
     static LogReduced<V> First(V x, MaskOf<V>& rare) {
-        using C = LogConstants<ElementOf<V>>;
-        const auto bits = Bits(x);
-        const auto carried = bits + C::carry;
-        const V f = Fraction<V>(bits, carried);
-        const V s = f / (ElementOf<V>{2} + f);
-        const V k = Exponent<V>(carried);
-        const auto m = UpperWords(x) & C::mantissaWord;
-        const MaskOf<V> tiny = ((m + (C::tinyWords - 1)) & C::mantissaWord) < C::tinyWords;
-        rare |= Not(IsPositiveNormal(x)) | (tiny & NotEqual(f, V{}));
-        if constexpr (Doubles<V>) {
-            return {f, s, k, (m >= 0x6147A) & (m <= 0x6B851)};
-        } else {
-            return {f, s, k};
-        }
+        const LogReduced<V> reduced = Reduce(x);
+        rare |= NotPositiveNormal(x) | IsTinyFraction(reduced.f);
+        return reduced;
     }
 
     template <Doubles V>
@@ -187,13 +196,18 @@ struct LogKernel {
         const V w = z * z;
         const V R = (((C::L7 * w + C::L5) * w + C::L3) * w + C::L1) * z +
                     ((C::L6 * w + C::L4) * w + C::L2) * w;
-        const V hfsq = (x.f * 0.5) * x.f;
-        // Both forms of step 2: with h and R + h near the root, with 0 and R - f elsewhere.
-        const V product = x.s * (R + Select(x.nearRoot, hfsq, -x.f));
-        const V h = Keep(x.nearRoot, hfsq);
-        return x.k * C::ln2Hi - ((h - (product + x.k * C::ln2Lo)) - x.f);
+        // Both forms of step 2 are h - (s * (R - g) + k * ln2Lo) up to signs: near the root h is
+        // f^2/2 and g is -h, elsewhere h is 0 and g is f.
+        const MaskOf<V> nearRoot =
+            Less(x.f, Broadcast<V>(C::rootLow)) | LessEqual(Broadcast<V>(C::rootHigh), x.f);
+        const V minusHalfSquare = (x.f * -0.5) * x.f;
+        const V product = x.s * (R - Select(nearRoot, minusHalfSquare, x.f));
+        const V minusH = Keep(nearRoot, minusHalfSquare);
+        return x.k * C::ln2Hi + ((minusH + (product + x.k * C::ln2Lo)) + x.f);
     }
 
+    /// In `float` the bounds of the form near the root are crossed, so that none is: putting them in
+    /// order would change last places.
     template <Floats V>
     static V Next(const LogReduced<V>& x) {
         using C = LogConstants<float>;
@@ -210,13 +224,13 @@ struct LogKernel {
         if (IsSettled(x, exponent, result)) {
             return result;
         }
-        MaskOf<T> tiny = 0;
-        LogReduced<T> reduced = First(x, tiny);
+        LogReduced<T> reduced = Reduce(x);
         reduced.k += exponent;
-        if (!tiny) {
+        const T f = reduced.f;
+        const std::uint32_t m = Words(x) + (C::tinyWords - 1);
+        if ((m & C::mantissaWord) >= C::tinyWords || f == 0) {
             return Next(reduced);
         }
-        const T f = reduced.f;
         const T R = (T{0.5} - C::third * f) * (f * f);
         return reduced.k * C::ln2Hi - ((R - reduced.k * C::ln2Lo) - f);
     }
@@ -240,10 +254,10 @@ template <Value V>
 Log10Split<V> SplitForLog10(V x) {
     using T = ElementOf<V>;
     const auto bits = Bits(x);
-    const V mantissa = FromBits<V>((bits & ~(Layout<T>::exponentMask | signBit<T>)) |
-                                   Pattern(T{1}));
     const MaskOf<V> below = Less(x, Broadcast<V>(1));
-    return {Select(below, mantissa * T{0.5}, mantissa),
+    // The smallest normal value is one step of the exponent.
+    const auto step = Bits(Keep(below, Broadcast<V>(std::numeric_limits<T>::min())));
+    return {FromBits<V>(((bits & Layout<T>::mantissaMask) | Pattern(T{1})) - step),
             Exponent<V>(bits) + Keep(below, Broadcast<V>(1))};
 }
 
@@ -264,8 +278,9 @@ struct Log10Kernel {
     template <Value V>
     static Reduced<V> First(V x, MaskOf<V>& rare) {
         const Log10Split<V> split = SplitForLog10(x);
-        rare |= Not(IsPositiveNormal(x));
-        return {LogKernel::First(split.r, rare), split.y};
+        const LogReduced<V> r = LogKernel::Reduce(split.r);
+        rare |= NotPositiveNormal(x) | IsTinyFraction(r.f);
+        return {r, split.y};
     }
 
     template <Value V>
@@ -301,12 +316,11 @@ struct Log2Split {
 template <Value V>
 Log2Split<V> SplitForLog2(V x) {
     using T = ElementOf<V>;
-    constexpr T half = 0.5;
     const auto bits = Bits(x);
-    const V r = FromBits<V>((bits & ~(Layout<T>::exponentMask | signBit<T>)) | Pattern(half));
-    const V e = Exponent<V>(bits) + T{1};
+    const V r = FromBits<V>((bits & Layout<T>::mantissaMask) | Pattern(T{0.5}));
+    const V e = Exponent<V>(bits, Layout<T>::bias - 1);
     const MaskOf<V> whole = LessEqual(Broadcast<V>(1), x) & Less(x, Broadcast<V>(T{1.5}));
-    return {Select(whole, x, r), Drop(whole, e)};
+    return {r + Keep(whole, r), Drop(whole, e)};
 }
 
 struct Log2Kernel {
@@ -320,8 +334,9 @@ struct Log2Kernel {
     template <Value V>
     static Reduced<V> First(V x, MaskOf<V>& rare) {
         const Log2Split<V> split = SplitForLog2(x);
-        rare |= Not(IsPositiveNormal(x));
-        return {LogKernel::First(split.r, rare), split.e};
+        const LogReduced<V> r = LogKernel::Reduce(split.r);
+        rare |= NotPositiveNormal(x) | IsTinyFraction(r.f);
+        return {r, split.e};
     }
 
     template <Value V>
@@ -354,31 +369,48 @@ T KernelLog2(T x) {
 template <Value V>
 struct Log1pReduced {
     V f, s, k, c;
-    MaskOf<V> small;
+};
+
+template <Value V>
+struct Log1pExpanded {
+    V f, s, k, c, R;
 };
 
 struct Log1pKernel {
-    /// Rare: not between -1 and `noSum`, or f tiny but not 0 after a reduction.
+    /// Rare: not between -1 and `noSum`; -0; f tiny but not 0 after a reduction; and the `float` before
+    /// 1, for which `Entry` takes c the other way round (in `double` both ways give one result).
     template <Value V>
     static Log1pReduced<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
         using C = LogConstants<T>;
-        rare |= Not(Less(Broadcast<V>(-1), x) & Less(x, Broadcast<V>(C::noSum)));
+        rare |= LessEqual(x, Broadcast<V>(-1)) | NotLess(x, Broadcast<V>(C::noSum)) |
+                (MaskOf<V>)(Words(x) == 0x80000000);
+        if constexpr (Floats<V>) {
+            rare |= Equal(x, Broadcast<V>(C::beforeOne));
+        }
         const V u = T{1} + x;
-        const MaskOf<V> doubled = LessEqual(Broadcast<V>(2), u);
-        const V c = Select(doubled, T{1} - (u - x), x - (u - T{1})) / u;
+        const V larger = Greater(Broadcast<V>(1), x);
+        const V smaller = Lesser(Broadcast<V>(1), x);
+        const V c = (smaller - (u - larger)) / u;
         return Reduce(x, u, c, rare);
     }
 
+    /// The polynomial is a phase of its own: its chain is as long as all the rest of the sum.
     template <Value V>
-    static V Next(const Log1pReduced<V>& x) {
+    static Log1pExpanded<V> Next(const Log1pReduced<V>& x) {
+        return {x.f, x.s, x.k, x.c, Polynomial(x.s * x.s)};
+    }
+
+    template <Value V>
+    static V Next(const Log1pExpanded<V>& x) {
         using T = ElementOf<V>;
         using C = LogConstants<T>;
         const V hfsq = (x.f * T{0.5}) * x.f;
-        const V R = Polynomial(x.s * x.s);
+        // Without the product, the sum is the series f - f^2/2.
+        const MaskOf<V> small = Less(Abs(x.f), Broadcast<V>(C::small));
+        const V product = Drop(small, x.s * (x.R + hfsq));
         const V low = x.k * C::ln2Lo + x.c;
-        const V sum = x.k * C::ln2Hi - ((hfsq - (low + x.s * (R + hfsq))) - x.f);
-        return Select(x.small, x.f - (x.f * x.f) * T{0.5}, sum);
+        return x.k * C::ln2Hi - ((hfsq - (low + product)) - x.f);
     }
 
     template <class T>
@@ -390,13 +422,22 @@ struct Log1pKernel {
         if (!(x < infinity<T>)) {
             return UpperWord(x) < 0 ? defaultNaN<T> : x;
         }
-        MaskOf<T> tiny = 0;
-        const Log1pReduced<T> reduced =
-            x < C::noSum ? First(x, tiny) : Reduce(x, x, T{0}, tiny);
-        if (!tiny) {
-            return Next(reduced);
+        if (Abs(x) < C::small) {
+            return x - (x * x) * T{0.5};
         }
+        T u = x;
+        T c = 0;
+        if (x < C::noSum) {
+            u = T{1} + x;
+            c = (u < 2 ? x - (u - T{1}) : T{1} - (u - x)) / u;
+        }
+        MaskOf<T> tiny = 0;
+        const Log1pReduced<T> reduced = Reduce(x, u, c, tiny);
         const T f = reduced.f;
+        const std::uint32_t m = Words(u) + (C::tinyWords1p - 1);
+        if (!tiny || (m & C::mantissaWord) >= C::tinyWords1p) {
+            return Next(Next(reduced));
+        }
         const T R = (T{1} - C::twoThirds * f) * ((f * T{0.5}) * f);
         const T low = reduced.k * C::ln2Lo + reduced.c;
         return reduced.k * C::ln2Hi - ((R - low) - f);
@@ -409,15 +450,11 @@ private:
         using C = LogConstants<T>;
         const MaskOf<V> near =
             Less(Broadcast<V>(C::nearLow), x) & Less(x, Broadcast<V>(C::nearHigh));
-        const auto bits = Bits(u);
-        const auto carried = bits + C::carry1p;
-        const V f = Select(near, x, Fraction<V>(bits, carried));
+        const auto carried = Bits(u) + C::carry1p;
+        const V f = Select(near, x, Fraction<V>(carried, C::carry1p));
         const V k = Drop(near, Exponent<V>(carried));
-        const auto m = UpperWords(u) & C::mantissaWord;
-        const MaskOf<V> tiny = ((m + 3) & C::mantissaWord) < 4;
-        rare |= Not(near) & tiny & NotEqual(f, V{});
-        const V s = f / (T{2} + f);
-        return {f, s, k, Drop(Equal(k, V{}), c), Less(Abs(x), Broadcast<V>(C::small))};
+        rare |= Not(near) & IsTinyFraction(f);
+        return {f, f / (T{2} + f), k, Drop(Equal(k, V{}), c)};
     }
 
     template <Doubles V>
