@@ -4,11 +4,11 @@
 // each vector waits on it. Here a block of vectors runs phase by phase through a small buffer on the
 // stack, so that many short chains are in flight.
 //
-// A kernel K gives, for any value type V:
-//   K::First(V x, MaskOf<V>& rare)   the first phase; sets `rare` where the phases do not serve x
-//   K::Next(phase result)            the next phase, for each type of result until it is V itself
-//   K::Entry(T x)                    the function of one element, for every x
-// A domain D gives D::IsOutside(T x); what is outside must be rare for the kernel.
+// A kernel K of one or two arguments gives, for any value type V:
+//   K::First(V x..., MaskOf<V>& rare)   the first phase; sets `rare` where the phases do not serve
+//   K::Next(phase result)               the next phase, for each type of result until it is V itself
+//   K::Entry(T x...)                    the function of one element, for every argument
+// A domain D gives D::IsOutside(T x...); what is outside must be rare for the kernel.
 #ifndef NX_CORE_BLOCKS_HPP
 #define NX_CORE_BLOCKS_HPP
 
@@ -16,6 +16,7 @@
 #include <bit>
 #include <complex>
 #include <concepts>
+#include <type_traits>
 
 #include "core/lanes.hpp"
 #include "core/traversal.hpp"
@@ -25,12 +26,11 @@ namespace nx::core {
 inline constexpr unsigned long blockVectors = 32;
 
 template <class T>
-inline constexpr unsigned long blockElements = blockVectors* Lanes<Vector<T>>::count;
+inline constexpr unsigned long blockElements = Lanes<Vector<T>>::count* blockVectors;
 
 /// The domain of a function that is defined everywhere.
 struct Everywhere {
-    template <class T>
-    static constexpr bool IsOutside(T) {
+    static constexpr bool IsOutside(auto...) {
         return false;
     }
 };
@@ -54,33 +54,33 @@ void FinishBlock(ElementOf<V>* out, const State* states, unsigned long vectors) 
 
 /// Puts right what the phases did not serve. Returns the index of the first element outside the
 /// domain, or `count`.
-template <class K, class D, class T>
-[[gnu::noinline]] unsigned long PatchRare(T* values, const T* in, unsigned long count) {
+template <class K, class D, class T, std::same_as<const T*>... Sources>
+[[gnu::noinline]] unsigned long PatchRare(T* values, unsigned long count, Sources... in) {
     using V = Vector<T>;
     for (unsigned long i = 0; i < count; i += Lanes<V>::count) {
         MaskOf<V> rare{};
-        (void)K::First(Load<V>(in + i), rare);
+        (void)K::First(Load<V>(in + i)..., rare);
         for (unsigned bits = LaneBits<V>(rare); bits != 0; bits &= bits - 1) {
             const unsigned long lane = i + static_cast<unsigned long>(std::countr_zero(bits));
-            if (D::IsOutside(in[lane])) {
+            if (D::IsOutside(in[lane]...)) {
                 return lane;
             }
-            values[lane] = K::Entry(in[lane]);
+            values[lane] = K::Entry(in[lane]...);
         }
     }
     return count;
 }
 
 /// Values of K for one block: whole vectors, at most `blockVectors`. Writes the elements before the
-/// first one outside the domain, none after it, and returns their number. `out` may be `in`.
-template <class K, class D, class T>
-unsigned long EvaluateBlock(T* out, const T* in, unsigned long count) {
+/// first one outside the domain, none after it, and returns their number. `out` may be a source.
+template <class K, class D, class T, std::same_as<const T*>... Sources>
+unsigned long EvaluateBlock(T* out, unsigned long count, Sources... in) {
     using V = Vector<T>;
     constexpr unsigned long lanes = Lanes<V>::count;
     MaskOf<V> rare{};
-    decltype(K::First(V{}, rare)) states[blockVectors];
+    decltype(K::First(Load<V>(in)..., rare)) states[blockVectors];
     for (unsigned long j = 0; j < count / lanes; ++j) {
-        states[j] = K::First(Load<V>(in + j * lanes), rare);
+        states[j] = K::First(Load<V>(in + j * lanes)..., rare);
     }
     if (!Any<V>(rare)) [[likely]] {
         FinishBlock<K, V>(out, states, count / lanes);
@@ -88,66 +88,108 @@ unsigned long EvaluateBlock(T* out, const T* in, unsigned long count) {
     }
     T values[blockElements<T>];
     FinishBlock<K, V>(values, states, count / lanes);
-    const unsigned long done = PatchRare<K, D>(values, in, count);
+    const unsigned long done = PatchRare<K, D, T>(values, count, in...);
     std::copy_n(values, done, out);
     return done;
 }
 
+/// An array on its way through its elements.
 template <class T>
-void Gather(T* out, const T* src, unsigned long srcBytes, unsigned long count) {
-    for (unsigned long i = 0; i < count; ++i) {
-        out[i] = *src;
-        src = Advance(src, srcBytes);
-    }
-}
+struct Walk {
+    T* p;
+    unsigned long bytes;
 
-template <class T>
-void Scatter(T* dst, const T* in, unsigned long dstBytes, unsigned long count) {
-    for (unsigned long i = 0; i < count; ++i) {
-        *dst = in[i];
-        dst = Advance(dst, dstBytes);
+    Walk(T* start, unsigned long stride) : p(start), bytes(stride * sizeof(T)) {}
+
+    bool IsAdjacent() const {
+        return bytes == sizeof(T);
     }
+    void Step(unsigned long count) {
+        p = Advance(p, bytes * count);
+    }
+};
+
+/// A source that is handed out by blocks of the working type W: where it lies if it can be, and
+/// gathered and widened otherwise.
+template <class W, class T>
+struct BlockSource {
+    Walk<T> walk;
+    W buffer[blockElements<W>];
+
+    BlockSource(T* start, unsigned long stride) : walk(start, stride) {}
+
+    W Element() const {
+        return static_cast<W>(*walk.p);
+    }
+    const W* Block(unsigned long count) {
+        if constexpr (std::same_as<W, T>) {
+            if (walk.IsAdjacent()) {
+                return walk.p;
+            }
+        }
+        Walk<T> from = walk;
+        for (unsigned long i = 0; i < count; ++i) {
+            buffer[i] = static_cast<W>(*from.p);
+            from.Step(1);
+        }
+        return buffer;
+    }
+};
+
+/// Values of K in the working type W for all elements, or up to the first one outside the domain:
+/// returns how many are not done. A narrower destination is rounded to at the store.
+template <class K, class D, class W, class TDst, class... Sources>
+unsigned long MapBlocks(unsigned long count, Walk<TDst> dst, Sources... sources) {
+    constexpr unsigned long lanes = Lanes<Vector<W>>::count;
+    while (count >= lanes) {
+        const unsigned long wanted = std::min(count - count % lanes, blockElements<W>);
+        W values[blockElements<W>];
+        W* out = values;
+        if constexpr (std::same_as<TDst, W>) {
+            if (dst.IsAdjacent()) {
+                out = dst.p;
+            }
+        }
+        const unsigned long done = EvaluateBlock<K, D, W>(out, wanted, sources.Block(wanted)...);
+        if (out == values) {
+            Walk<TDst> to = dst;
+            for (unsigned long i = 0; i < done; ++i) {
+                *to.p = static_cast<TDst>(values[i]);
+                to.Step(1);
+            }
+        }
+        count -= done;
+        if (done != wanted) {
+            return count;
+        }
+        dst.Step(done);
+        (sources.walk.Step(done), ...);
+    }
+    for (; count != 0; --count) {
+        if (D::IsOutside(sources.Element()...)) {
+            return count;
+        }
+        *dst.p = static_cast<TDst>(K::Entry(sources.Element()...));
+        dst.Step(1);
+        (sources.walk.Step(1), ...);
+    }
+    return 0;
 }
 
 /// A domain-reporting family on real elements: returns how many elements are not done.
 template <class K, class D, class T>
 unsigned long MapInDomain(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
                           unsigned long count) {
-    const unsigned long dstBytes = dstStride * sizeof(T);
-    const unsigned long srcBytes = srcStride * sizeof(T);
-    unsigned long left = count;
-    while (left >= Lanes<Vector<T>>::count) {
-        const unsigned long wanted =
-            std::min(left - left % Lanes<Vector<T>>::count, blockElements<T>);
-        T gathered[blockElements<T>];
-        T values[blockElements<T>];
-        const T* in = src;
-        if (srcStride != 1) {
-            Gather(gathered, src, srcBytes, wanted);
-            in = gathered;
-        }
-        T* const out = dstStride == 1 ? dst : values;
-        const unsigned long done = EvaluateBlock<K, D>(out, in, wanted);
-        if (dstStride != 1) {
-            Scatter(dst, values, dstBytes, done);
-        }
-        left -= done;
-        if (done != wanted) {
-            return left;
-        }
-        src = Advance(src, srcBytes * wanted);
-        dst = Advance(dst, dstBytes * wanted);
-    }
-    for (; left != 0; --left) {
-        const T x = *src;
-        if (D::IsOutside(x)) {
-            return left;
-        }
-        *dst = K::Entry(x);
-        src = Advance(src, srcBytes);
-        dst = Advance(dst, dstBytes);
-    }
-    return 0;
+    return MapBlocks<K, D, T>(count, Walk<T>(dst, dstStride), BlockSource<T, T>(src, srcStride));
+}
+
+/// A two-operand family of several phases: the kernel works in `double` if a source is `double`.
+template <class K, class D, class TDst, class TA, class TB>
+unsigned long MapPairsInDomain(TDst* dst, TA* a, TB* b, unsigned long dstStride,
+                               unsigned long aStride, unsigned long bStride, unsigned long count) {
+    using W = std::common_type_t<TA, TB>;
+    return MapBlocks<K, D, W>(count, Walk<TDst>(dst, dstStride), BlockSource<W, TA>(a, aStride),
+                              BlockSource<W, TB>(b, bStride));
 }
 
 /// A family from real elements to complex ones: the kernel F::Real gives the real part of every
@@ -155,19 +197,19 @@ unsigned long MapInDomain(T* dst, T* src, unsigned long dstStride, unsigned long
 template <class F, class T>
 unsigned long MapToComplex(std::complex<T>* dst, T* src, unsigned long dstStride,
                            unsigned long srcStride, unsigned long count) {
-    const unsigned long dstBytes = dstStride * sizeof(std::complex<T>);
-    const unsigned long srcBytes = srcStride * sizeof(T);
+    Walk<std::complex<T>> to(dst, dstStride);
+    BlockSource<T, T> source(src, srcStride);
     while (count != 0) {
         const unsigned long n = std::min(count, blockElements<T>);
-        T in[blockElements<T>];
+        const T* in = source.Block(n);
         T values[blockElements<T>];
-        Gather(in, src, srcBytes, n);
-        MapInDomain<typename F::Real, Everywhere>(values, in, 1, 1, n);
+        MapBlocks<typename F::Real, Everywhere, T>(n, Walk<T>(values, 1),
+                                                   BlockSource<T, const T>(in, 1));
         for (unsigned long i = 0; i < n; ++i) {
-            *dst = {values[i], F::Imaginary(in[i])};
-            dst = Advance(dst, dstBytes);
+            *to.p = {values[i], F::Imaginary(in[i])};
+            to.Step(1);
         }
-        src = Advance(src, srcBytes * n);
+        source.walk.Step(n);
         count -= n;
     }
     return 0;
