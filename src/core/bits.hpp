@@ -61,7 +61,7 @@ inline constexpr auto signBit = Pattern(T{-0.0});
 
 /// What kernels return for a domain error: the negative quiet NaN without payload.
 template <class T>
-inline constexpr T defaultNaN = std::numeric_limits<T>::quiet_NaN();
+inline constexpr T defaultNaN;
 template <>
 inline constexpr double defaultNaN<double> = std::bit_cast<double>(UINT64_C(0xFFF8000000000000));
 template <>

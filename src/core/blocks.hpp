@@ -5,7 +5,8 @@
 // stack, so that many short chains are in flight.
 //
 // A kernel K of one or two arguments gives, for any value type V:
-//   K::First(V x..., MaskOf<V>& rare)   the first phase; sets `rare` where the phases do not serve
+//   K::First(V x..., MaskOf<V>& rare)   the first phase; sets `rare`, at least in the sign bit of a
+//                                       lane, where the phases do not serve
 //   K::Next(phase result)               the next phase, for each type of result until it is V itself
 //   K::Entry(T x...)                    the function of one element, for every argument
 // A domain D gives D::IsOutside(T x...); what is outside must be rare for the kernel.
@@ -26,7 +27,7 @@ namespace nx::core {
 inline constexpr unsigned long blockVectors = 32;
 
 template <class T>
-inline constexpr unsigned long blockElements = Lanes<Vector<T>>::count* blockVectors;
+inline constexpr unsigned long blockElements = sizeof(Vector<T>) / sizeof(T) * blockVectors;
 
 /// The domain of a function that is defined everywhere.
 struct Everywhere {

@@ -26,8 +26,9 @@ typedef std::int32_t i32x4 __attribute__((vector_size(16)));
 
 /// What belongs to a value type: the type of one element, how many there are, their patterns as
 /// unsigned integers, and the outcome of a comparison, which & and | combine. A scalar mask is 0 or 1;
-/// those of lanes are 32-bit masks, which fill both halves of a `double` lane, so that all lanes have
-/// one type of mask.
+/// those of lanes are 32-bit masks, so that all lanes have one type of mask. A comparison of `double`
+/// lanes fills both halves of a lane; one of their `Words` is good in the upper half only, and so for
+/// `Any` and `LaneBits` but never for `Select`, `Keep` or `Drop`.
 template <class V>
 struct Lanes;
 
@@ -134,8 +135,7 @@ V FromBits(BitsOf<V> bits) {
 }
 
 /// The upper words on which kernels decide ranges, as unsigned integers that wrap. In `double` lanes
-/// the lower word stays in its place, so that a mask made of them holds in a lane's upper half only:
-/// enough for one that is read by `Any` and `LaneBits`.
+/// the lower word stays in its place, and masks made of it mean nothing.
 inline std::uint32_t Words(double x) {
     return static_cast<std::uint32_t>(UpperWord(x));
 }
@@ -149,7 +149,7 @@ inline u32x4 Words(f32x4 v) {
     return (u32x4)v;
 }
 
-/// a < b as signed integers.
+/// a < b as signed integers; see `Lanes` on masks of words.
 inline int SignedLess(std::uint32_t a, std::uint32_t b) {
     return static_cast<std::int32_t>(a) < static_cast<std::int32_t>(b);
 }
@@ -193,15 +193,11 @@ MaskOf<V> NotEqual(V a, V b) {
 }
 
 /// Not a < b: true also where a or b is a NaN.
-template <Value V>
-MaskOf<V> NotLess(V a, V b) {
-    if constexpr (std::same_as<V, f64x2>) {
-        return (i32x4)_mm_cmpnlt_pd((__m128d)a, (__m128d)b);
-    } else if constexpr (std::same_as<V, f32x4>) {
-        return (i32x4)_mm_cmpnlt_ps((__m128)a, (__m128)b);
-    } else {
-        return !(a < b);
-    }
+inline i32x4 NotLess(f64x2 a, f64x2 b) {
+    return (i32x4)_mm_cmpnlt_pd((__m128d)a, (__m128d)b);
+}
+inline i32x4 NotLess(f32x4 a, f32x4 b) {
+    return (i32x4)_mm_cmpnlt_ps((__m128)a, (__m128)b);
 }
 
 template <Value V>
@@ -279,10 +275,6 @@ V Abs(V v) {
 }
 
 /// b where b < a, otherwise a: one instruction. A NaN on either side gives a.
-template <class T>
-T Lesser(T a, T b) {
-    return b < a ? b : a;
-}
 inline f64x2 Lesser(f64x2 a, f64x2 b) {
     return (f64x2)_mm_min_pd((__m128d)b, (__m128d)a);
 }
@@ -291,10 +283,6 @@ inline f32x4 Lesser(f32x4 a, f32x4 b) {
 }
 
 /// b where b > a, otherwise a: one instruction. A NaN on either side gives a.
-template <class T>
-T Greater(T a, T b) {
-    return b > a ? b : a;
-}
 inline f64x2 Greater(f64x2 a, f64x2 b) {
     return (f64x2)_mm_max_pd((__m128d)b, (__m128d)a);
 }

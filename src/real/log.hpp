@@ -3,15 +3,19 @@
 // 1. x = 2^k * (1 + f), with 1 + f in about [sqrt(2)/2, sqrt(2)): a constant added to the mantissa
 //    carries into the exponent from sqrt(2) upwards.
 // 2. With s = f / (2 + f), log(1 + f) = 2 atanh(s) = f - s * (f - R), R a polynomial in s^2. Close to
-//    sqrt(2), `double` takes f - (f^2/2 - s * (f^2/2 + R)), which rounds better there.
+//    either end of that range, `double` takes f - (f^2/2 - s * (f^2/2 + R)).
 // 3. log(x) = k * ln 2 + log(1 + f), with ln 2 in two parts, so that k times the first is exact.
 //
 // The kernels follow one pattern: a struct whose `First` and `Next` are the phases of the common
-// range on a scalar or on lanes, where `First` also marks what lies outside that range, and whose
-// `Entry` is the whole function of one value. k == 0 needs no branch: the general form
+// range, where `First` also marks the lanes outside that range, and whose `Entry` is the whole
+// function of one value. k == 0 needs no branch: for f other than -0, the general form
 // 0 - ((u - 0) - f) has the bits of f - u.
 #ifndef NX_REAL_LOG_HPP
 #define NX_REAL_LOG_HPP
+
+#include <bit>
+#include <cstdint>
+#include <limits>
 
 #include "core/lanes.hpp"
 
@@ -37,8 +41,8 @@ struct LogConstants<double> {
     static constexpr double L6 = Pinned(0.15313837699209373, 0x3FC39A09D078C69F);
     static constexpr double L7 = Pinned(0.14798198605116586, 0x3FC2F112DF3E5244);
 
-    static constexpr double third = 0.3333333333333333;
-    static constexpr double twoThirds = 0.6666666666666666;
+    static constexpr double third = Pinned(0.3333333333333333, 0x3FD5555555555555);
+    static constexpr double twoThirds = Pinned(0.6666666666666666, 0x3FE5555555555555);
 
     static constexpr double ivln10 = Pinned(0.4342944819032518, 0x3FDBCB7B1526E50E);
     static constexpr double log10Of2Hi = Pinned(0.30102999566361177, 0x3FD34413509F6000);
@@ -50,7 +54,7 @@ struct LogConstants<double> {
     static constexpr std::int32_t maxFiniteWord = 0x7FEFFFFF;
     static constexpr std::uint32_t mantissaWord = 0x000FFFFF;
     /// f counts as tiny in so many words: the last ones below a power of two and the first above.
-    /// `tinyWord` is above the upper word of every such f.
+    /// `tinyWord` is above the upper word of every such |f|.
     static constexpr std::uint32_t tinyWords = 3;
     static constexpr std::uint32_t tinyWords1p = 4;
     static constexpr std::uint32_t tinyWord = 0x3EC00000;
@@ -83,8 +87,8 @@ struct LogConstants<float> {
     static constexpr float L3 = Pinned(0.2855924665927887f, 0x3E92392D);
     static constexpr float L4 = Pinned(0.2317265123128891f, 0x3E6D49B7);
 
-    static constexpr float third = 0.3333333432674408f;
-    static constexpr float twoThirds = 0.6666666865348816f;
+    static constexpr float third = Pinned(0.3333333432674408f, 0x3EAAAAAB);
+    static constexpr float twoThirds = Pinned(0.6666666865348816f, 0x3F2AAAAB);
 
     static constexpr float ivln10 = Pinned(0.4342944920063019f, 0x3EDE5BD9);
     static constexpr float log10Of2Hi = Pinned(0.301025390625f, 0x3E9A2000);
@@ -109,8 +113,8 @@ struct LogConstants<float> {
     static constexpr float beforeOne = 0x1.fffffep-1f;
 };
 
-/// f of step 1, from a pattern that has the carry added: what is left of it in the mantissa puts
-/// 1 + f between the carry's complement below 1 and above.
+/// f of step 1, from a pattern that has the carry added. Taking the carry off again, from the pattern
+/// of 1 put under the mantissa, leaves 1 + f, one exponent lower where the sum has carried.
 template <Value V>
 V Fraction(BitsOf<V> carried, BitsOf<ElementOf<V>> carry) {
     using T = ElementOf<V>;
@@ -131,37 +135,42 @@ MaskOf<V> NotPositiveNormal(V x) {
     return SignedLess(Words(x) + smallest, 2 * smallest);
 }
 
-/// True where |f| is below about 2^-20 but not 0, for |f| < 1: what the kernels' two-term form of a
-/// tiny f takes, and a little more. Doubling drops the sign; the sum takes 0 out of the way.
+/// True where |f| is below the value of `tinyWord` but not 0, for |f| < 1: what the kernels' two-term
+/// form of a tiny f takes, and a little more. Doubling drops the sign, the sum lifts 0 above all.
 template <Value V>
 MaskOf<V> IsTinyFraction(V f) {
     constexpr std::uint32_t top = 0x7FFFFFFF;
     return SignedLess(Words(f) + Words(f) + top, 2 * LogConstants<ElementOf<V>>::tinyWord + top);
 }
 
-/// The result of a logarithm for what is not positive and normal: zeros, negative values, infinity
-/// and NaN. A positive subnormal, the one case left, is scaled up, and `exponent` tells by how much.
+/// True where a logarithm takes no computation: zeros, negative values, infinity and NaN.
 template <class T>
-bool IsSettled(T& x, T& exponent, T& result) {
+bool IsSpecial(T x) {
+    return UpperWord(x) < 0 || UpperWord(x) > LogConstants<T>::maxFiniteWord || x == 0;
+}
+
+/// The logarithm, in any base, of a special argument.
+template <class T>
+T LogOfSpecial(T x) {
+    if (x == 0) {
+        return -infinity<T>;
+    }
+    return UpperWord(x) < 0 ? defaultNaN<T> : x;
+}
+
+/// A positive finite value as a normal one times a power of two.
+template <class T>
+struct Normalized {
+    T x, exponent;
+};
+
+template <class T>
+Normalized<T> Normalize(T x) {
     using C = LogConstants<T>;
-    const std::int32_t hx = UpperWord(x);
-    if (hx > C::maxFiniteWord) {
-        result = x;
-        return true;
+    if (UpperWord(x) < C::minNormalWord) {
+        return {x * C::subnormalScale, C::subnormalExponent};
     }
-    if (hx < C::minNormalWord) {
-        if (x == 0) {
-            result = -infinity<T>;
-            return true;
-        }
-        if (hx < 0) {
-            result = defaultNaN<T>;
-            return true;
-        }
-        x *= C::subnormalScale;
-        exponent = C::subnormalExponent;
-    }
-    return false;
+    return {x, 0};
 }
 
 // Natural logarithm.
@@ -220,15 +229,15 @@ struct LogKernel {
     template <class T>
     static T Entry(T x) {
         using C = LogConstants<T>;
-        T exponent{}, result;
-        if (IsSettled(x, exponent, result)) {
-            return result;
+        if (IsSpecial(x)) {
+            return LogOfSpecial(x);
         }
-        LogReduced<T> reduced = Reduce(x);
-        reduced.k += exponent;
+        const Normalized<T> normal = Normalize(x);
+        LogReduced<T> reduced = Reduce(normal.x);
+        reduced.k += normal.exponent;
         const T f = reduced.f;
-        const std::uint32_t m = Words(x) + (C::tinyWords - 1);
-        if ((m & C::mantissaWord) >= C::tinyWords || f == 0) {
+        const std::uint32_t shifted = Words(normal.x) + (C::tinyWords - 1);
+        if ((shifted & C::mantissaWord) >= C::tinyWords || f == 0) {
             return Next(reduced);
         }
         const T R = (T{0.5} - C::third * f) * (f * f);
@@ -290,12 +299,12 @@ struct Log10Kernel {
 
     template <class T>
     static T Entry(T x) {
-        T exponent{}, result;
-        if (IsSettled(x, exponent, result)) {
-            return result;
+        if (IsSpecial(x)) {
+            return LogOfSpecial(x);
         }
-        const Log10Split<T> split = SplitForLog10(x);
-        return JoinForLog10(KernelLog(split.r), split.y + exponent);
+        const Normalized<T> normal = Normalize(x);
+        const Log10Split<T> split = SplitForLog10(normal.x);
+        return JoinForLog10(KernelLog(split.r), split.y + normal.exponent);
     }
 };
 
@@ -349,12 +358,12 @@ struct Log2Kernel {
         if (x != x) {
             return x;
         }
-        T exponent{}, result;
-        if (IsSettled(x, exponent, result)) {
-            return result;
+        if (IsSpecial(x)) {
+            return LogOfSpecial(x);
         }
-        const Log2Split<T> split = SplitForLog2(x);
-        return KernelLog(split.r) / LogConstants<T>::ln2 + (split.e + exponent);
+        const Normalized<T> normal = Normalize(x);
+        const Log2Split<T> split = SplitForLog2(normal.x);
+        return KernelLog(split.r) / LogConstants<T>::ln2 + (split.e + normal.exponent);
     }
 };
 
@@ -377,8 +386,9 @@ struct Log1pExpanded {
 };
 
 struct Log1pKernel {
-    /// Rare: not between -1 and `noSum`; -0; f tiny but not 0 after a reduction; and the `float` before
-    /// 1, for which `Entry` takes c the other way round (in `double` both ways give one result).
+    /// Rare: not between -1 and `noSum`; -0, which the general form would turn to +0; f tiny but not 0
+    /// after a reduction; and the `float` before 1, for which `Entry` takes c the other way round (in
+    /// `double` both ways give one result).
     template <Value V>
     static Log1pReduced<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
@@ -434,8 +444,8 @@ struct Log1pKernel {
         MaskOf<T> tiny = 0;
         const Log1pReduced<T> reduced = Reduce(x, u, c, tiny);
         const T f = reduced.f;
-        const std::uint32_t m = Words(u) + (C::tinyWords1p - 1);
-        if (!tiny || (m & C::mantissaWord) >= C::tinyWords1p) {
+        const std::uint32_t shifted = Words(u) + (C::tinyWords1p - 1);
+        if (!tiny || (shifted & C::mantissaWord) >= C::tinyWords1p) {
             return Next(Next(reduced));
         }
         const T R = (T{1} - C::twoThirds * f) * ((f * T{0.5}) * f);
