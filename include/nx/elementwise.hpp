@@ -5,7 +5,8 @@
 // - Strides count elements of the array that they belong to. A source stride of 0 broadcasts one
 //   element; any other value is used as it stands with wrapping arithmetic, so that the two's
 //   complement of a small number walks backwards.
-// - `dst` may be one of the sources if both have the same stride; any other overlap is undefined.
+// - `dst` may be one of the sources if both have the same stride, not 0; any other overlap has no
+//   defined result.
 // - No alignment beyond the element type's own is needed. Neither strides nor alignment ever change
 //   a result, only the speed.
 // - A `count` of 0 touches no memory. Nothing is validated, nothing is reported, and floating-point

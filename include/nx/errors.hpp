@@ -9,18 +9,18 @@
 
 namespace nx {
 
-/// Thrown by `IntVectorPower` at an exponent for which an integer power has no value: a negative
-/// or a fractional one. Elements before it are written, later ones are untouched.
+/// Thrown by `IntVectorPower` at an exponent for which an integer power has no value: a negative or
+/// fractional one, or a NaN. Elements before it are written, later ones are untouched.
 class NX_API scalarPowerError : public std::exception {
 public:
-    ~scalarPowerError() override {}
+    NX_API ~scalarPowerError() override = default;
 };
 
 /// The error of a bit count outside its range. No operation throws it today; it is part of the
 /// interface so that a host can name it in a handler.
 class NX_API bitcmpRangeError : public std::exception {
 public:
-    ~bitcmpRangeError() override {}
+    NX_API ~bitcmpRangeError() override = default;
 };
 
 } // namespace nx

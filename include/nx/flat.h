@@ -7,13 +7,10 @@
 #ifndef NX_FLAT_H
 #define NX_FLAT_H
 
+#include <nx/export.h>
+
 #ifdef __cplusplus
 extern "C" {
-#endif
-
-/** Marks what libnx.so exports. */
-#ifndef NX_API
-#define NX_API __attribute__((visibility("default")))
 #endif
 
 /** Natural logarithm. A zero of either sign gives minus infinity, a negative argument or a NaN with

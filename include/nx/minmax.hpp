@@ -5,9 +5,8 @@
 // - Equal keys and equal values keep `a`: `Min(+0, -0)` is `+0` and `Min(-0, +0)` is `-0`.
 // - Two NaN give `a`, payload included.
 // - Mixed members, (f, f, d) and (f, d, f): the `Abs` families round the `double` operand to
-// `float`
-//   and compare in `float`; all others compare in `double`. A chosen `float` is stored unchanged, a
-//   chosen `double` is rounded once.
+//   `float` and compare in `float`; all others compare in `double`. A chosen `float` is stored
+//   unchanged, a chosen `double` is rounded once.
 // - Members of every family: (d, d, d), (f, f, f), (f, f, d), (f, d, f).
 #ifndef NX_MINMAX_HPP
 #define NX_MINMAX_HPP

@@ -1,11 +1,10 @@
-// Element types, the export mark and what every public header of nx needs.
+// Element types: what every public C++ header of nx needs.
 #ifndef NX_TYPES_HPP
 #define NX_TYPES_HPP
 
 #include <complex>
 
-/// Marks what `libnx.so` exports; everything else in it is hidden.
-#define NX_API __attribute__((visibility("default")))
+#include <nx/export.h>
 
 namespace tvr_scalar {
 
@@ -25,6 +24,7 @@ struct realType<std::complex<T>> {
 
 namespace nx {
 
+/// Reachable under both names, `nx::tvr_scalar` and `::tvr_scalar`.
 namespace tvr_scalar = ::tvr_scalar;
 
 } // namespace nx

@@ -25,63 +25,49 @@ struct OfMagnitude {
     }
 };
 
-/// log|1 + x|: below -1, where `Log1pKernel` has no value, the logarithm of the rounded sum.
-struct Log1pOfMagnitude : real::Log1pKernel {
+/// log|1 + x|: below -1, where log1p has no value, the logarithm of the rounded sum.
+struct Log1pOrBelow {
+    template <Value V>
+    static auto First(V x, MaskOf<V>& rare) {
+        return real::Log1pKernel::First(x, rare);
+    }
+    template <class State>
+    static auto Next(const State& state) {
+        return real::Log1pKernel::Next(state);
+    }
     template <class T>
     static T Entry(T x) {
-        return x >= -1 ? real::KernelLog1p(x) : real::KernelLog(Abs(T{1} + x));
+        return x < -1 ? real::KernelLog(Abs(T{1} + x)) : real::KernelLog1p(x);
     }
 };
 
-/// pi in the bases e, 2 and 10: the imaginary part of the logarithm of a negative number.
-template <class T>
-struct PiInBase;
+enum class Base { e, two, ten };
 
+/// pi in a base: the imaginary part of the logarithm of a negative number.
+template <Base base, class T>
+inline constexpr T piInBase;
 template <>
-struct PiInBase<double> {
-    static constexpr double e = Pinned(3.141592653589793, 0x400921FB54442D18);
-    static constexpr double two = Pinned(4.532360141827194, 0x40122123045B5DEC);
-    static constexpr double ten = Pinned(1.3643763538418412, 0x3FF5D47C4CB2FBA0);
-};
-
+inline constexpr double piInBase<Base::e, double> = Pinned(3.141592653589793, 0x400921FB54442D18);
 template <>
-struct PiInBase<float> {
-    static constexpr float e = Pinned(3.1415927410125732f, 0x40490FDB);
-    static constexpr float two = Pinned(4.532360076904297f, 0x40910918);
-    static constexpr float ten = Pinned(1.364376425743103f, 0x3FAEA3E3);
-};
+inline constexpr float piInBase<Base::e, float> = Pinned(3.1415927410125732f, 0x40490FDB);
+template <>
+inline constexpr double piInBase<Base::two, double> = Pinned(4.532360141827194, 0x40122123045B5DEC);
+template <>
+inline constexpr float piInBase<Base::two, float> = Pinned(4.532360076904297f, 0x40910918);
+template <>
+inline constexpr double piInBase<Base::ten, double> = Pinned(1.3643763538418412,
+                                                             0x3FF5D47C4CB2FBA0);
+template <>
+inline constexpr float piInBase<Base::ten, float> = Pinned(1.364376425743103f, 0x3FAEA3E3);
 
-// A row each: the real part of the complex value as a kernel, and its imaginary part.
-
-struct ComplexLog {
-    using Real = OfMagnitude<real::LogKernel>;
+/// A logarithm as a complex value: the kernel K gives its real part, and outside the domain D of
+/// the real function the imaginary part is pi in the base.
+template <class K, class D, Base base>
+struct ComplexLogarithm {
+    using Real = K;
     template <class T>
     static T Imaginary(T x) {
-        return x < 0 ? PiInBase<T>::e : T{0};
-    }
-};
-
-struct ComplexLog2 {
-    using Real = OfMagnitude<real::Log2Kernel>;
-    template <class T>
-    static T Imaginary(T x) {
-        return x < 0 ? PiInBase<T>::two : T{0};
-    }
-};
-
-struct ComplexLog10 {
-    using Real = OfMagnitude<real::Log10Kernel>;
-    template <class T>
-    static T Imaginary(T x) {
-        return x < 0 ? PiInBase<T>::ten : T{0};
-    }
-};
-
-struct ComplexLog1p {
-    using Real = Log1pOfMagnitude;
-    template <class T>
-    static T Imaginary(T x) {
-        return x < -1 ? PiInBase<T>::e : T{0};
+        return D::IsOutside(x) ? piInBase<base, T> : T{0};
     }
 };
 

@@ -1,15 +1,15 @@
 // Loops over lanes for kernels of several phases.
 //
 // One chain of operations from argument to result is long, and a loop that runs it to the end for
-// each vector waits on it. Here a block of vectors runs phase by phase through a small buffer on the
-// stack, so that many short chains are in flight.
+// each vector waits on it. Here a block of vectors runs phase by phase through a small buffer on
+// the stack, so that many short chains are in flight.
 //
 // A kernel K of one or two arguments gives, for any value type V:
 //   K::First(V x..., MaskOf<V>& rare)   the first phase; sets `rare`, at least in the sign bit of a
 //                                       lane, where the phases do not serve
-//   K::Next(phase result)               the next phase, for each type of result until it is V itself
-//   K::Entry(T x...)                    the function of one element, for every argument
-// A domain D gives D::IsOutside(T x...); what is outside must be rare for the kernel.
+//   K::Next(phase result)               the next phase, for each type of result until it is V
+//   itself K::Entry(T x...)                    the function of one element, for every argument
+// A domain D gives D::IsOutside(T x...); `First` must mark as rare whatever is outside.
 #ifndef NX_CORE_BLOCKS_HPP
 #define NX_CORE_BLOCKS_HPP
 
@@ -115,7 +115,7 @@ struct Walk {
 template <class W, class T>
 struct BlockSource {
     Walk<T> walk;
-    W buffer[blockElements<W>];
+    W buffer[blockElements<W>]; // written by Block alone, and not at all for an adjacent source
 
     BlockSource(T* start, unsigned long stride) : walk(start, stride) {}
 
@@ -123,7 +123,7 @@ struct BlockSource {
         return static_cast<W>(*walk.p);
     }
     const W* Block(unsigned long count) {
-        if constexpr (std::same_as<W, T>) {
+        if constexpr (std::same_as<W, std::remove_const_t<T>>) {
             if (walk.IsAdjacent()) {
                 return walk.p;
             }

@@ -25,10 +25,10 @@ typedef std::uint32_t u32x4 __attribute__((vector_size(16)));
 typedef std::int32_t i32x4 __attribute__((vector_size(16)));
 
 /// What belongs to a value type: the type of one element, how many there are, their patterns as
-/// unsigned integers, and the outcome of a comparison, which & and | combine. A scalar mask is 0 or 1;
-/// those of lanes are 32-bit masks, so that all lanes have one type of mask. A comparison of `double`
-/// lanes fills both halves of a lane; one of their `Words` is good in the upper half only, and so for
-/// `Any` and `LaneBits` but never for `Select`, `Keep` or `Drop`.
+/// unsigned integers, and the outcome of a comparison, which & and | combine. A scalar mask is 0 or
+/// 1; those of lanes are 32-bit masks, so that all lanes have one type of mask. A comparison of
+/// `double` lanes fills both halves of a lane; one of their `Words` is good in the upper half only,
+/// and so for `Any` and `LaneBits` but never for `Select`, `Keep` or `Drop`.
 template <class V>
 struct Lanes;
 
@@ -134,8 +134,8 @@ V FromBits(BitsOf<V> bits) {
     return std::bit_cast<V>(bits);
 }
 
-/// The upper words on which kernels decide ranges, as unsigned integers that wrap. In `double` lanes
-/// the lower word stays in its place, and masks made of it mean nothing.
+/// The upper words on which kernels decide ranges, as unsigned integers that wrap. In `double`
+/// lanes the lower word stays in its place, and masks made of it mean nothing.
 inline std::uint32_t Words(double x) {
     return static_cast<std::uint32_t>(UpperWord(x));
 }

@@ -2,8 +2,8 @@
 //
 //   NX_BINARY_FAMILY(LIST, Result, Family, loop...)
 //
-// defines the public two-operand template `Family` as a call of `loop` and instantiates it for every
-// member of LIST; the rows below it do the same for the other call shapes. A LIST names the
+// defines the public two-operand template `Family` as a call of `loop` and instantiates it for
+// every member of LIST; the rows below it do the same for the other call shapes. A LIST names the
 // template arguments of its members. Macros are the language's only way to instantiate a template
 // over a list; all that the library has stand here.
 #ifndef NX_CORE_MATRIX_HPP

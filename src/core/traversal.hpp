@@ -147,8 +147,8 @@ void Binary(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStr
 }
 
 /// A two-operand family whose members of one real type have a wide path: aligned accesses where the
-/// destination and every moving source allow it, and the loops of `Binary` otherwise. A fixed source
-/// needs no alignment.
+/// destination and every moving source allow it, and the loops of `Binary` otherwise. A fixed
+/// source needs no alignment.
 template <class Op, class T>
 void WideBinary(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
                 unsigned long bStride, unsigned long count) {

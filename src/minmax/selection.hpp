@@ -16,11 +16,11 @@ enum class NaNPolicy { loses, wins };
 
 enum class Direction { smallest, largest };
 
-/// True where only a's being or b's being a NaN can make a the choice: a wins against everything if
-/// NaN win, and against a NaN b if they lose. Two NaN keep a either way.
+/// Where a NaN decides for a: a itself if NaN win, b if they lose. Any other NaN makes the
+/// comparisons false, so that b is taken; two NaN keep a.
 template <NaNPolicy policy, Value V>
 MaskOf<V> KeepsByNaN(V a, V b) {
-    return policy == NaNPolicy::wins ? IsNaN(a) : IsNaN(b);
+    return IsNaN(policy == NaNPolicy::wins ? a : b);
 }
 
 /// Order by value. Equal values keep a, so zeros are not ordered by sign.
@@ -32,14 +32,20 @@ struct ByValue {
 
     template <Value V>
     static MaskOf<V> KeepsFirst(V a, V b) {
-        return KeepsByNaN<policy>(a, b) |
-               (direction == Direction::smallest ? LessEqual(a, b) : LessEqual(b, a));
+        if constexpr (direction == Direction::smallest) {
+            return KeepsByNaN<policy>(a, b) | LessEqual(a, b);
+        } else {
+            return KeepsByNaN<policy>(a, b) | LessEqual(b, a);
+        }
     }
 
-    /// For operands that are no NaN.
     template <Value V>
-    static V ChooseOrdered(V a, V b) {
-        return direction == Direction::smallest ? Lesser(a, b) : Greater(a, b);
+    static V ApplyOrdered(V a, V b) {
+        if constexpr (direction == Direction::smallest) {
+            return Lesser(a, b);
+        } else {
+            return Greater(a, b);
+        }
     }
 };
 
@@ -64,23 +70,15 @@ struct ByMagnitude {
     }
 };
 
-/// The element function of a family: what is chosen is converted only after the choice, so that a
-/// `float` operand keeps its bits.
+/// The element function of a family by its rule. What is chosen is converted only after the choice,
+/// so that a `float` operand keeps its bits.
 template <class Rule>
-struct Choice {
+struct Choice : Rule {
     template <class TDst, class TA, class TB>
     static TDst Apply(TA a, TB b) {
         using W = typename Rule::template Working<TDst, TA, TB>;
         return Select(Rule::KeepsFirst(static_cast<W>(a), static_cast<W>(b)), static_cast<TDst>(a),
                       static_cast<TDst>(b));
-    }
-
-    template <class V>
-    requires requires(V v) {
-        Rule::ChooseOrdered(v, v);
-    }
-    static V ApplyOrdered(V a, V b) {
-        return Rule::ChooseOrdered(a, b);
     }
 };
 

@@ -2,8 +2,8 @@
 //
 // 1. x = 2^k * (1 + f), with 1 + f in about [sqrt(2)/2, sqrt(2)): a constant added to the mantissa
 //    carries into the exponent from sqrt(2) upwards.
-// 2. With s = f / (2 + f), log(1 + f) = 2 atanh(s) = f - s * (f - R), R a polynomial in s^2. Close to
-//    either end of that range, `double` takes f - (f^2/2 - s * (f^2/2 + R)).
+// 2. With s = f / (2 + f), log(1 + f) = 2 atanh(s) = f - s * (f - R), R a polynomial in s^2. Close
+//    to either end of that range, `double` takes f - (f^2/2 - s * (f^2/2 + R)).
 // 3. log(x) = k * ln 2 + log(1 + f), with ln 2 in two parts, so that k times the first is exact.
 //
 // The kernels follow one pattern: a struct whose `First` and `Next` are the phases of the common
@@ -68,8 +68,8 @@ struct LogConstants<double> {
     static constexpr std::uint64_t carry = UINT64_C(0x00095F6400000000);
     static constexpr std::uint64_t carry1p = UINT64_C(0x00095F6200000000);
 
-    /// log1p: below `small` two terms of the series do; between `nearLow` and `nearHigh` 1 + x needs
-    /// no reduction; from `noSum` on 1 + x is x.
+    /// log1p: below `small` two terms of the series do; between `nearLow` and `nearHigh` 1 + x
+    /// needs no reduction; from `noSum` on 1 + x is x.
     static constexpr double small = 0x1p-29;
     static constexpr double nearLow = -std::bit_cast<double>(UINT64_C(0x3FD2BEC400000000));
     static constexpr double nearHigh = std::bit_cast<double>(UINT64_C(0x3FDA827A00000000));
@@ -113,8 +113,8 @@ struct LogConstants<float> {
     static constexpr float beforeOne = 0x1.fffffep-1f;
 };
 
-/// f of step 1, from a pattern that has the carry added. Taking the carry off again, from the pattern
-/// of 1 put under the mantissa, leaves 1 + f, one exponent lower where the sum has carried.
+/// f of step 1, from a pattern that has the carry added. Taking the carry off again, from the
+/// pattern of 1 put under the mantissa, leaves 1 + f, one exponent lower where the sum has carried.
 template <Value V>
 V Fraction(BitsOf<V> carried, BitsOf<ElementOf<V>> carry) {
     using T = ElementOf<V>;
@@ -135,8 +135,9 @@ MaskOf<V> NotPositiveNormal(V x) {
     return SignedLess(Words(x) + smallest, 2 * smallest);
 }
 
-/// True where |f| is below the value of `tinyWord` but not 0, for |f| < 1: what the kernels' two-term
-/// form of a tiny f takes, and a little more. Doubling drops the sign, the sum lifts 0 above all.
+/// True where |f| is below the value of `tinyWord` but not 0, for |f| < 1: what the kernels'
+/// two-term form of a tiny f takes, and a little more. Doubling drops the sign, the sum lifts 0
+/// above all.
 template <Value V>
 MaskOf<V> IsTinyFraction(V f) {
     constexpr std::uint32_t top = 0x7FFFFFFF;
@@ -215,8 +216,8 @@ struct LogKernel {
         return x.k * C::ln2Hi + ((minusH + (product + x.k * C::ln2Lo)) + x.f);
     }
 
-    /// In `float` the bounds of the form near the root are crossed, so that none is: putting them in
-    /// order would change last places.
+    /// In `float` the bounds of the form near the root are crossed, so that none is: putting them
+    /// in order would change last places.
     template <Floats V>
     static V Next(const LogReduced<V>& x) {
         using C = LogConstants<float>;
@@ -386,9 +387,9 @@ struct Log1pExpanded {
 };
 
 struct Log1pKernel {
-    /// Rare: not between -1 and `noSum`; -0, which the general form would turn to +0; f tiny but not 0
-    /// after a reduction; and the `float` before 1, for which `Entry` takes c the other way round (in
-    /// `double` both ways give one result).
+    /// Rare: not between -1 and `noSum`; -0, which the general form would turn to +0; f tiny but
+    /// not 0 after a reduction; and the `float` before 1, for which `Entry` takes c the other way
+    /// round (in `double` both ways give one result).
     template <Value V>
     static Log1pReduced<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
