@@ -19,6 +19,10 @@ struct OfMagnitude {
     static auto Next(const State& state) {
         return K::Next(state);
     }
+    template <Value V>
+    static V Second(V x, MaskOf<V>& rare) {
+        return K::Second(Abs(x), rare);
+    }
     template <class T>
     static T Entry(T x) {
         return K::Entry(Abs(x));
@@ -34,6 +38,13 @@ struct Log1pOrBelow {
     template <class State>
     static auto Next(const State& state) {
         return real::Log1pKernel::Next(state);
+    }
+    template <Value V>
+    static V Second(V x, MaskOf<V>& rare) {
+        rare |= LessEqual(Broadcast<V>(-1), x);
+        const V sum = Abs(ElementOf<V>{1} + x);
+        const real::LogReduced<V> reduced = real::LogKernel::First(sum, rare);
+        return real::LogKernel::Next(reduced);
     }
     template <class T>
     static T Entry(T x) {

@@ -53,6 +53,11 @@ void FinishBlock(ElementOf<V>* out, const State* states, unsigned long vectors) 
     }
 }
 
+template <class K, class... V>
+concept HasSecondRange = requires(i32x4 rare, V... x) {
+    K::Second(x..., rare);
+};
+
 /// Puts right what the phases did not serve. Returns the index of the first element outside the
 /// domain, or `count`.
 template <class K, class D, class T, std::same_as<const T*>... Sources>
@@ -61,7 +66,20 @@ template <class K, class D, class T, std::same_as<const T*>... Sources>
     for (unsigned long i = 0; i < count; i += Lanes<V>::count) {
         MaskOf<V> rare{};
         (void)K::First(Load<V>(in + i)..., rare);
-        for (unsigned bits = LaneBits<V>(rare); bits != 0; bits &= bits - 1) {
+        unsigned bits = LaneBits<V>(rare);
+        if constexpr (HasSecondRange<K, decltype(Load<V>(in))...>) {
+            if (bits != 0) {
+                MaskOf<V> left{};
+                T second[Lanes<V>::count];
+                Store(second, K::Second(Load<V>(in + i)..., left));
+                for (unsigned now = bits & ~LaneBits<V>(left); now != 0; now &= now - 1) {
+                    const int lane = std::countr_zero(now);
+                    values[i + static_cast<unsigned long>(lane)] = second[lane];
+                }
+                bits &= LaneBits<V>(left);
+            }
+        }
+        for (; bits != 0; bits &= bits - 1) {
             const unsigned long lane = i + static_cast<unsigned long>(std::countr_zero(bits));
             if (D::IsOutside(in[lane]...)) {
                 return lane;

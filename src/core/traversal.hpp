@@ -26,7 +26,8 @@ inline bool IsVectorAligned(const void* p) {
 }
 
 // Two operands. `Op::template Apply<TDst>(a, b)` is one element of any types, or the lanes of one
-// real type. An Op may also have `ApplyOrdered(a, b)`, faster, for lanes in which nothing is a NaN.
+// real type. An Op may also have a faster `ApplyOrdered(a, b)` for lanes in which `Suspect(a, b)`,
+// one of the two operands, is no NaN.
 
 /// A source that moves on with the destination, or stays at its first element.
 enum class Source { moving, fixed };
@@ -49,7 +50,8 @@ concept HasOrderedForm = requires(V v) {
     Op::ApplyOrdered(v, v);
 };
 
-/// Groups of four vectors, then vectors, then elements.
+/// Groups of four vectors, then vectors, then elements. Stores are aligned: a destination that is
+/// not takes elements until it is.
 template <class Op, Source sourceA, Source sourceB, Alignment alignment, class T>
 void LaneLoop(T* dst, const T* a, const T* b, unsigned long count) {
     using V = Vector<T>;
@@ -64,41 +66,46 @@ void LaneLoop(T* dst, const T* a, const T* b, unsigned long count) {
         return LoadSource<V, sourceB, alignment>(b, i, fixedB);
     };
     const auto store = [&](unsigned long i, V v) {
-        if constexpr (alignment == Alignment::vector) {
-            Store(std::assume_aligned<vectorBytes>(dst + i), v);
-        } else {
-            Store(dst + i, v);
-        }
+        Store(std::assume_aligned<vectorBytes>(dst + i), v);
+    };
+    const auto element = [&](unsigned long i) {
+        dst[i] = Op::template Apply<T>(sourceA == Source::fixed ? *a : a[i],
+                                       sourceB == Source::fixed ? *b : b[i]);
     };
     unsigned long i = 0;
+    if constexpr (alignment == Alignment::any) {
+        for (; i < count && !IsVectorAligned(dst + i); ++i) {
+            element(i);
+        }
+    }
     for (; count - i >= group * lanes; i += group * lanes) {
-        V va[group], vb[group];
-        for (unsigned long j = 0; j < group; ++j) {
-            va[j] = atA(i + j * lanes);
-            vb[j] = atB(i + j * lanes);
-        }
         if constexpr (HasOrderedForm<Op, V>) {
-            i32x4 unordered{};
+            V va[group], vb[group];
             for (unsigned long j = 0; j < group; ++j) {
-                unordered |= Unordered(va[j], vb[j]);
+                va[j] = atA(i + j * lanes);
+                vb[j] = atB(i + j * lanes);
             }
-            if (!Any<V>(unordered)) [[likely]] {
-                for (unsigned long j = 0; j < group; ++j) {
-                    store(i + j * lanes, Op::ApplyOrdered(va[j], vb[j]));
-                }
-                continue;
+            i32x4 unordered{};
+            for (unsigned long j = 0; j < group; j += 2) {
+                unordered |=
+                    Unordered(Op::Suspect(va[j], vb[j]), Op::Suspect(va[j + 1], vb[j + 1]));
             }
-        }
-        for (unsigned long j = 0; j < group; ++j) {
-            store(i + j * lanes, Op::template Apply<V>(va[j], vb[j]));
+            const bool ordered = !Any<V>(unordered);
+            for (unsigned long j = 0; j < group; ++j) {
+                store(i + j * lanes, ordered ? Op::ApplyOrdered(va[j], vb[j])
+                                             : Op::template Apply<V>(va[j], vb[j]));
+            }
+        } else {
+            for (unsigned long j = 0; j < group; ++j) {
+                store(i + j * lanes, Op::template Apply<V>(atA(i + j * lanes), atB(i + j * lanes)));
+            }
         }
     }
     for (; count - i >= lanes; i += lanes) {
         store(i, Op::template Apply<V>(atA(i), atB(i)));
     }
     for (; i < count; ++i) {
-        dst[i] = Op::template Apply<T>(sourceA == Source::fixed ? *a : a[i],
-                                       sourceB == Source::fixed ? *b : b[i]);
+        element(i);
     }
 }
 

@@ -39,6 +39,12 @@ struct ByValue {
         }
     }
 
+    /// The one instruction gives a wherever an operand is a NaN: right unless a NaN b wins or a NaN a
+    /// loses.
+    template <Value V>
+    static V Suspect(V a, V b) {
+        return policy == NaNPolicy::wins ? b : a;
+    }
     template <Value V>
     static V ApplyOrdered(V a, V b) {
         if constexpr (direction == Direction::smallest) {

@@ -8,7 +8,8 @@
 //
 // The kernels follow one pattern: a struct whose `First` and `Next` are the phases of the common
 // range, where `First` also marks the lanes outside that range, and whose `Entry` is the whole
-// function of one value. k == 0 needs no branch: for f other than -0, the general form
+// function of one value. `Second` serves lanes of a range that is rare as a rule but can fill whole
+// arrays, as values next to 1 do. k == 0 needs no branch: for f other than -0, the general form
 // 0 - ((u - 0) - f) has the bits of f - u.
 #ifndef NX_REAL_LOG_HPP
 #define NX_REAL_LOG_HPP
@@ -182,7 +183,7 @@ struct LogReduced {
 };
 
 struct LogKernel {
-    /// Steps 1 and 2 up to s, for x that is positive and normal.
+    /// Steps 1 and 2 up to s, for a positive and normal x.
     template <Value V>
     static LogReduced<V> Reduce(V x) {
         using C = LogConstants<ElementOf<V>>;
@@ -227,22 +228,39 @@ struct LogKernel {
         return x.k * C::ln2Hi - ((x.s * (x.f - R) - x.k * C::ln2Lo) - x.f);
     }
 
+    /// The sum for a tiny f.
+    template <Value V>
+    static V TwoTerms(V f, V k) {
+        using T = ElementOf<V>;
+        using C = LogConstants<T>;
+        const V R = (T{0.5} - C::third * f) * (f * f);
+        return k * C::ln2Hi - ((R - k * C::ln2Lo) - f);
+    }
+
+    /// True but where the words just below and above a power of two make f tiny.
+    template <Value V>
+    static MaskOf<V> NotTiny(V x) {
+        using C = LogConstants<ElementOf<V>>;
+        return Not(SignedLess((Words(x) + (C::tinyWords - 1)) & C::mantissaWord, C::tinyWords));
+    }
+
+    /// Tiny f.
+    template <Value V>
+    static V Second(V x, MaskOf<V>& rare) {
+        const LogReduced<V> reduced = Reduce(x);
+        rare |= NotPositiveNormal(x) | NotTiny(x);
+        return TwoTerms(reduced.f, reduced.k);
+    }
+
     template <class T>
     static T Entry(T x) {
-        using C = LogConstants<T>;
         if (IsSpecial(x)) {
             return LogOfSpecial(x);
         }
         const Normalized<T> normal = Normalize(x);
         LogReduced<T> reduced = Reduce(normal.x);
         reduced.k += normal.exponent;
-        const T f = reduced.f;
-        const std::uint32_t shifted = Words(normal.x) + (C::tinyWords - 1);
-        if ((shifted & C::mantissaWord) >= C::tinyWords || f == 0) {
-            return Next(reduced);
-        }
-        const T R = (T{0.5} - C::third * f) * (f * f);
-        return reduced.k * C::ln2Hi - ((R - reduced.k * C::ln2Lo) - f);
+        return NotTiny(normal.x) ? Next(reduced) : TwoTerms(reduced.f, reduced.k);
     }
 };
 
@@ -296,6 +314,13 @@ struct Log10Kernel {
     template <Value V>
     static V Next(const Reduced<V>& x) {
         return JoinForLog10(LogKernel::Next(x.r), x.y);
+    }
+
+    template <Value V>
+    static V Second(V x, MaskOf<V>& rare) {
+        const Log10Split<V> split = SplitForLog10(x);
+        rare |= NotPositiveNormal(x);
+        return JoinForLog10(LogKernel::Second(split.r, rare), split.y);
     }
 
     template <class T>
@@ -352,6 +377,13 @@ struct Log2Kernel {
     template <Value V>
     static V Next(const Reduced<V>& x) {
         return LogKernel::Next(x.r) / LogConstants<ElementOf<V>>::ln2 + x.e;
+    }
+
+    template <Value V>
+    static V Second(V x, MaskOf<V>& rare) {
+        const Log2Split<V> split = SplitForLog2(x);
+        rare |= NotPositiveNormal(x);
+        return LogKernel::Second(split.r, rare) / LogConstants<ElementOf<V>>::ln2 + split.e;
     }
 
     template <class T>
