@@ -156,6 +156,9 @@ inline int SignedLess(std::uint32_t a, std::uint32_t b) {
 inline i32x4 SignedLess(u32x4 a, std::uint32_t b) {
     return (i32x4)a < static_cast<std::int32_t>(b);
 }
+inline i32x4 SignedLess(std::uint32_t a, u32x4 b) {
+    return static_cast<std::int32_t>(a) < (i32x4)b;
+}
 
 /// n - bias as a value, for integers n and bias below 2^31.
 template <Value V>
@@ -168,6 +171,14 @@ V ValueOf(BitsOf<V> n, std::int32_t bias) {
     } else {
         return static_cast<V>(static_cast<std::int64_t>(n) - bias);
     }
+}
+
+/// v with its fraction cut off, for |v| below 2^31.
+inline f64x2 TruncateSmall(f64x2 v) {
+    return (f64x2)_mm_cvtepi32_pd(_mm_cvttpd_epi32((__m128d)v));
+}
+inline f32x4 TruncateSmall(f32x4 v) {
+    return (f32x4)_mm_cvtepi32_ps(_mm_cvttps_epi32((__m128)v));
 }
 
 // Comparisons: the compilers' own give a vector type that depends on the compiler.
@@ -228,6 +239,16 @@ bool Any(i32x4 mask) {
     return LaneBits<V>(mask) != 0;
 }
 
+/// A mask of words, made good for a whole lane: the upper half speaks for both.
+template <Value V>
+i32x4 SpreadUpper(i32x4 mask) {
+    if constexpr (Doubles<V>) {
+        return (i32x4)_mm_shuffle_epi32((__m128i)mask, _MM_SHUFFLE(3, 3, 1, 1));
+    } else {
+        return mask;
+    }
+}
+
 inline int Not(int mask) {
     return !mask;
 }
@@ -272,6 +293,26 @@ template <Value V>
 V Abs(V v) {
     using T = ElementOf<V>;
     return FromBits<V>(Bits(v) & (signBit<T> - 1));
+}
+
+/// True where the sign bit is set.
+template <Value V>
+i32x4 SignMask(V v) {
+    return SpreadUpper<V>((i32x4)v >> 31);
+}
+
+/// The correctly rounded square root: one instruction.
+inline f64x2 Sqrt(f64x2 v) {
+    return (f64x2)_mm_sqrt_pd((__m128d)v);
+}
+inline f32x4 Sqrt(f32x4 v) {
+    return (f32x4)_mm_sqrt_ps((__m128)v);
+}
+
+/// The sign bit of a, and the bits of a magnitude.
+template <Value V>
+V WithSignOf(V magnitude, V a) {
+    return FromBits<V>(Bits(magnitude) | (Bits(a) & signBit<ElementOf<V>>));
 }
 
 /// b where b < a, otherwise a: one instruction. A NaN on either side gives a.

@@ -1,0 +1,31 @@
+#include <nx/nx.hpp>
+
+#include "data.hpp"
+#include "peers.hpp"
+
+namespace bench {
+namespace {
+
+/// A plain loop, Eigen and xsimd write an arithmetic operation alike.
+template <class Family, class Operation>
+void AddRow(Table& table, const char* family, Nx<Family> nx, Operation operation) {
+    table.Binary(family, {Range("1e-3", "1e3")}, nx, Plain(operation), EigenArrays(operation),
+                 XsimdBatches(operation));
+}
+
+} // namespace
+
+std::vector<Case> Arithmetic() {
+    Table table;
+    AddRow(table, "Plus", Nx([](auto... x) { nx::Plus(x...); }),
+           [](auto a, auto b) { return a + b; });
+    AddRow(table, "Minus", Nx([](auto... x) { nx::Minus(x...); }),
+           [](auto a, auto b) { return a - b; });
+    AddRow(table, "Times", Nx([](auto... x) { nx::Times(x...); }),
+           [](auto a, auto b) { return a * b; });
+    AddRow(table, "Rdivide", Nx([](auto... x) { nx::Rdivide(x...); }),
+           [](auto a, auto b) { return a / b; });
+    return table.cases;
+}
+
+} // namespace bench
