@@ -1,0 +1,60 @@
+// Values by their bits: patterns, how they are printed, and what counts as the same result.
+#ifndef NX_TESTS_SUPPORT_BITS_HPP
+#define NX_TESTS_SUPPORT_BITS_HPP
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <iomanip>
+#include <limits>
+#include <sstream>
+#include <string>
+#include <type_traits>
+
+namespace nx::test {
+
+/// The unsigned integer as wide as a value.
+template <class T>
+using Word = std::conditional_t<sizeof(T) == 8, std::uint64_t, std::uint32_t>;
+
+template <class T>
+constexpr Word<T> BitsOf(T x) {
+    return std::bit_cast<Word<T>>(x);
+}
+
+template <class T>
+constexpr T FromBits(Word<T> bits) {
+    return std::bit_cast<T>(bits);
+}
+
+template <class T>
+inline constexpr T infinity = std::numeric_limits<T>::infinity();
+
+/// The value and its pattern.
+template <class T>
+std::string Show(T x) {
+    std::ostringstream out;
+    out << std::setprecision(std::numeric_limits<T>::max_digits10) << x << " (0x" << std::hex
+        << std::uppercase << std::setfill('0') << std::setw(2 * sizeof(T)) << BitsOf(x) << ')';
+    return out.str();
+}
+
+/// Bit for bit, payloads included.
+struct Bitwise {
+    template <class T>
+    bool operator()(T got, T want) const {
+        return BitsOf(got) == BitsOf(want);
+    }
+};
+
+/// Bit for bit, but every NaN is as good as any other.
+struct BitwiseButNaN {
+    template <class T>
+    bool operator()(T got, T want) const {
+        return BitsOf(got) == BitsOf(want) || (std::isnan(got) && std::isnan(want));
+    }
+};
+
+} // namespace nx::test
+
+#endif
