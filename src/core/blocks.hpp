@@ -8,8 +8,10 @@
 //   K::First(V x..., MaskOf<V>& rare)   the first phase; sets `rare`, at least in the sign bit of a
 //                                       lane, where the phases do not serve
 //   K::Next(phase result)               the next phase, for each type of result until it is V
-//   itself K::Entry(T x...)                    the function of one element, for every argument
-// A domain D gives D::IsOutside(T x...); `First` must mark as rare whatever is outside.
+//   K::Entry(T x...)                    the function of one element, for every argument
+// and may give a second range, tried only where the first does not serve:
+//   K::Second(V x..., MaskOf<V>& rare)  values at once; sets `rare` where this does not serve either
+// A domain D gives D::IsOutside(T x...); `First` and `Second` must mark as rare whatever is outside.
 #ifndef NX_CORE_BLOCKS_HPP
 #define NX_CORE_BLOCKS_HPP
 

@@ -173,6 +173,18 @@ V ValueOf(BitsOf<V> n, std::int32_t bias) {
     }
 }
 
+/// bias - n likewise; +0 where they are equal.
+template <Value V>
+V MinusValueOf(BitsOf<V> n, std::int32_t bias) {
+    if constexpr (std::same_as<V, f64x2>) {
+        return (0x1p52 + bias) - FromBits<V>(n | UINT64_C(0x4330000000000000));
+    } else if constexpr (std::same_as<V, f32x4>) {
+        return __builtin_convertvector(bias - (i32x4)n, f32x4);
+    } else {
+        return static_cast<V>(bias - static_cast<std::int64_t>(n));
+    }
+}
+
 /// v with its fraction cut off, for |v| below 2^31.
 inline f64x2 TruncateSmall(f64x2 v) {
     return (f64x2)_mm_cvtepi32_pd(_mm_cvttpd_epi32((__m128d)v));

@@ -77,10 +77,10 @@ bool IsFinite(T x) {
 
 /// x as a fraction in [0.5, 1) and a power of two. A zero, an infinity and a NaN come back as they are,
 /// with the exponent 0.
-inline double Fraction(double x, int* exponent) {
+inline double SplitExponent(double x, int* exponent) {
     return std::frexp(x, exponent);
 }
-inline float Fraction(float x, int* exponent) {
+inline float SplitExponent(float x, int* exponent) {
     if (x == 0 || !IsFinite(x)) {
         *exponent = 0;
         return x;

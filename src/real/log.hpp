@@ -75,6 +75,9 @@ struct LogConstants<double> {
     static constexpr double nearLow = -std::bit_cast<double>(UINT64_C(0x3FD2BEC400000000));
     static constexpr double nearHigh = std::bit_cast<double>(UINT64_C(0x3FDA827A00000000));
     static constexpr double noSum = 0x1p53;
+    static constexpr std::uint32_t noSumWord = 0x43400000;
+    /// Upper word of 2^-53, the smallest 1 + x above 0.
+    static constexpr std::uint32_t smallestSumWord = 0x3CA00000;
 };
 
 template <>
@@ -111,6 +114,8 @@ struct LogConstants<float> {
     static constexpr float nearLow = -std::bit_cast<float>(UINT32_C(0x3E95F619));
     static constexpr float nearHigh = std::bit_cast<float>(UINT32_C(0x3ED413D0));
     static constexpr float noSum = 0x1p24f;
+    static constexpr std::uint32_t noSumWord = 0x4B800000;
+    static constexpr std::uint32_t smallestSumWord = 0x33800000;
     static constexpr float beforeOne = 0x1.fffffep-1f;
 };
 
@@ -126,6 +131,11 @@ V Fraction(BitsOf<V> carried, BitsOf<ElementOf<V>> carry) {
 template <Value V>
 V Exponent(BitsOf<V> bits, std::int32_t bias = Layout<ElementOf<V>>::bias) {
     return ValueOf<V>(bits >> Layout<ElementOf<V>>::mantissaBits, bias);
+}
+
+template <Value V>
+V MinusExponent(BitsOf<V> bits) {
+    return MinusValueOf<V>(bits >> Layout<ElementOf<V>>::mantissaBits, Layout<ElementOf<V>>::bias);
 }
 
 /// True in all lanes but those of positive and normal values: adding the smallest normal word takes
@@ -410,28 +420,29 @@ T KernelLog2(T x) {
 
 template <Value V>
 struct Log1pReduced {
-    V f, s, k, c;
+    V f, s, minusK, c;
 };
 
 template <Value V>
 struct Log1pExpanded {
-    V f, s, k, c, R;
+    V f, s, minusK, c, R;
 };
 
 struct Log1pKernel {
-    /// Rare: not between -1 and `noSum`; -0, which the general form would turn to +0; f tiny but
-    /// not 0 after a reduction; and the `float` before 1, for which `Entry` takes c the other way
-    /// round (in `double` both ways give one result).
+    /// Rare: not between -1 and `noSum`; f tiny but not 0 after a reduction; and the `float` before
+    /// 1, for which `Entry` takes c the other way round (in `double` both ways give one result).
     template <Value V>
     static Log1pReduced<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
         using C = LogConstants<T>;
-        rare |= LessEqual(x, Broadcast<V>(-1)) | NotLess(x, Broadcast<V>(C::noSum)) |
-                (MaskOf<V>)(Words(x) == 0x80000000);
+        const V u = T{1} + x;
+        // Positive sums below `noSum`: the lift takes all others below the word of the smallest
+        // one.
+        constexpr std::uint32_t lift = 0x80000000 - C::noSumWord;
+        rare |= SignedLess(Words(u) + lift, C::smallestSumWord + lift);
         if constexpr (Floats<V>) {
             rare |= Equal(x, Broadcast<V>(C::beforeOne));
         }
-        const V u = T{1} + x;
         const V larger = Greater(Broadcast<V>(1), x);
         const V smaller = Lesser(Broadcast<V>(1), x);
         const V c = (smaller - (u - larger)) / u;
@@ -441,7 +452,7 @@ struct Log1pKernel {
     /// The polynomial is a phase of its own: its chain is as long as all the rest of the sum.
     template <Value V>
     static Log1pExpanded<V> Next(const Log1pReduced<V>& x) {
-        return {x.f, x.s, x.k, x.c, Polynomial(x.s * x.s)};
+        return {x.f, x.s, x.minusK, x.c, Polynomial(x.s * x.s)};
     }
 
     template <Value V>
@@ -452,8 +463,9 @@ struct Log1pKernel {
         // Without the product, the sum is the series f - f^2/2.
         const MaskOf<V> small = Less(Abs(x.f), Broadcast<V>(C::small));
         const V product = Drop(small, x.s * (x.R + hfsq));
-        const V low = x.k * C::ln2Lo + x.c;
-        return x.k * C::ln2Hi - ((hfsq - (low + product)) - x.f);
+        const V low = x.minusK * -C::ln2Lo + x.c;
+        // Where no reduction took place, the last term is -0 and leaves the -0 of x = -0 alone.
+        return (x.f - (hfsq - (low + product))) + x.minusK * -C::ln2Hi;
     }
 
     template <class T>
@@ -482,8 +494,8 @@ struct Log1pKernel {
             return Next(Next(reduced));
         }
         const T R = (T{1} - C::twoThirds * f) * ((f * T{0.5}) * f);
-        const T low = reduced.k * C::ln2Lo + reduced.c;
-        return reduced.k * C::ln2Hi - ((R - low) - f);
+        const T low = reduced.minusK * -C::ln2Lo + reduced.c;
+        return (f - (R - low)) + reduced.minusK * -C::ln2Hi;
     }
 
 private:
@@ -495,9 +507,9 @@ private:
             Less(Broadcast<V>(C::nearLow), x) & Less(x, Broadcast<V>(C::nearHigh));
         const auto carried = Bits(u) + C::carry1p;
         const V f = Select(near, x, Fraction<V>(carried, C::carry1p));
-        const V k = Drop(near, Exponent<V>(carried));
+        const V minusK = Drop(near, MinusExponent<V>(carried));
         rare |= Not(near) & IsTinyFraction(f);
-        return {f, f / (T{2} + f), k, Drop(Equal(k, V{}), c)};
+        return {f, f / (T{2} + f), minusK, Drop(Equal(minusK, V{}), c)};
     }
 
     template <Doubles V>
