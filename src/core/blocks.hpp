@@ -213,6 +213,13 @@ unsigned long MapPairsInDomain(TDst* dst, TA* a, TB* b, unsigned long dstStride,
                               BlockSource<W, TB>(b, bStride));
 }
 
+/// The same for a function that is defined everywhere.
+template <class K, class TDst, class TA, class TB>
+void MapPairs(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
+              unsigned long bStride, unsigned long count) {
+    MapPairsInDomain<K, Everywhere>(dst, a, b, dstStride, aStride, bStride, count);
+}
+
 /// A family from real elements to complex ones: the kernel F::Real gives the real part of every
 /// element, F::Imaginary(x) the imaginary one. Never stops: returns 0.
 template <class F, class T>

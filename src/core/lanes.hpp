@@ -96,12 +96,25 @@ using Vector = typename VectorFor<T>::type;
 
 // Memory.
 
-/// Loads a value from any address.
+/// Loads a value from any address. For lanes, the instructions: a memcpy makes g++ go through memory
+/// a second time.
 template <Value V>
 V Load(const ElementOf<V>* p) {
-    V v;
-    std::memcpy(&v, p, sizeof v);
-    return v;
+    if constexpr (std::same_as<V, f64x2>) {
+        return (f64x2)_mm_loadu_pd(p);
+    } else if constexpr (std::same_as<V, f32x4>) {
+        return (f32x4)_mm_loadu_ps(p);
+    } else {
+        return *p;
+    }
+}
+
+/// Loads lanes from an address that is a multiple of their size.
+inline f64x2 LoadAligned(const double* p) {
+    return (f64x2)_mm_load_pd(p);
+}
+inline f32x4 LoadAligned(const float* p) {
+    return (f32x4)_mm_load_ps(p);
 }
 
 /// Stores a value to any address.

@@ -24,6 +24,26 @@
     SHAPE(Result, Family, float, float, double)                                                    \
     SHAPE(Result, Family, float, double, float)
 
+#define NX_COMPLEX_ALL(SHAPE, Result, Family)                                                      \
+    SHAPE(Result, Family, NX_CD, NX_CD, NX_CD)                                                     \
+    SHAPE(Result, Family, NX_CD, NX_CD, double)                                                    \
+    SHAPE(Result, Family, NX_CD, double, NX_CD)                                                    \
+    SHAPE(Result, Family, NX_CF, NX_CF, NX_CF)                                                     \
+    SHAPE(Result, Family, NX_CF, NX_CF, NX_CD)                                                     \
+    SHAPE(Result, Family, NX_CF, NX_CD, NX_CF)                                                     \
+    SHAPE(Result, Family, NX_CF, NX_CF, float)                                                     \
+    SHAPE(Result, Family, NX_CF, float, NX_CF)                                                     \
+    SHAPE(Result, Family, NX_CF, NX_CF, double)                                                    \
+    SHAPE(Result, Family, NX_CF, double, NX_CF)                                                    \
+    SHAPE(Result, Family, NX_CF, NX_CD, float)                                                     \
+    SHAPE(Result, Family, NX_CF, float, NX_CD)
+#define NX_CD std::complex<double>
+#define NX_CF std::complex<float>
+
+#define NX_ALL(SHAPE, Result, Family)                                                              \
+    NX_REAL_ALL(SHAPE, Result, Family)                                                             \
+    NX_COMPLEX_ALL(SHAPE, Result, Family)
+
 // Members of one-operand families.
 
 #define NX_REAL(SHAPE, Result, Family)                                                             \
@@ -36,13 +56,25 @@
     template NX_API Result Family<TDst, TA, TB>(TDst*, TA*, TB*, unsigned long, unsigned long,     \
                                                 unsigned long, unsigned long);
 
-#define NX_BINARY_FAMILY(LIST, Result, Family, ...)                                                \
+#define NX_BINARY_TEMPLATE(Result, Family, ...)                                                    \
     template <class TDst, class TA, class TB>                                                      \
     Result Family(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,         \
                   unsigned long bStride, unsigned long count) {                                    \
         return __VA_ARGS__(dst, a, b, dstStride, aStride, bStride, count);                         \
-    }                                                                                              \
+    }
+
+#define NX_BINARY_FAMILY(LIST, Result, Family, ...)                                                \
+    NX_BINARY_TEMPLATE(Result, Family, __VA_ARGS__)                                                \
     LIST(NX_BINARY_MEMBER, Result, Family)
+
+// The same with the real type of TDst as the destination.
+
+#define NX_BINARY_TO_REAL_MEMBER(Result, Family, TDst, TA, TB)                                     \
+    NX_BINARY_MEMBER(Result, Family, ::tvr_scalar::realType<TDst>::type, TA, TB)
+
+#define NX_BINARY_TO_REAL_FAMILY(LIST, Result, Family, ...)                                        \
+    NX_BINARY_TEMPLATE(Result, Family, __VA_ARGS__)                                                \
+    LIST(NX_BINARY_TO_REAL_MEMBER, Result, Family)
 
 // dst[i] from src[i], both of one type.
 

@@ -39,7 +39,7 @@ V LoadSource(const ElementOf<V>* p, unsigned long i, V fixed) {
     if constexpr (source == Source::fixed) {
         return fixed;
     } else if constexpr (alignment == Alignment::vector) {
-        return Load<V>(std::assume_aligned<vectorBytes>(p + i));
+        return LoadAligned(p + i);
     } else {
         return Load<V>(p + i);
     }
