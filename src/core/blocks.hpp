@@ -11,6 +11,8 @@
 //   K::Entry(T x...)                    the function of one element, for every argument
 // and may give a second range, tried only where the first does not serve:
 //   K::Second(V x..., MaskOf<V>& rare)  values at once; sets `rare` where this does not serve either
+// or a narrow range with fewer operations, taken by a block that is all inside it:
+//   K::Near                             a kernel of the same arguments, without Entry
 // A domain D gives D::IsOutside(T x...); `First` and `Second` must mark as rare whatever is outside.
 #ifndef NX_CORE_BLOCKS_HPP
 #define NX_CORE_BLOCKS_HPP
@@ -92,12 +94,35 @@ template <class K, class D, class T, std::same_as<const T*>... Sources>
     return count;
 }
 
+/// Values of a kernel's narrow range for one block, if all of it is inside; otherwise writes nothing
+/// and returns false.
+template <class Near, class T, std::same_as<const T*>... Sources>
+bool EvaluateNear(T* out, unsigned long count, Sources... in) {
+    using V = Vector<T>;
+    constexpr unsigned long lanes = Lanes<V>::count;
+    MaskOf<V> outside{};
+    decltype(Near::First(Load<V>(in)..., outside)) states[blockVectors];
+    for (unsigned long j = 0; j < count / lanes; ++j) {
+        states[j] = Near::First(Load<V>(in + j * lanes)..., outside);
+    }
+    if (Any<V>(outside)) {
+        return false;
+    }
+    FinishBlock<Near, V>(out, states, count / lanes);
+    return true;
+}
+
 /// Values of K for one block: whole vectors, at most `blockVectors`. Writes the elements before the
 /// first one outside the domain, none after it, and returns their number. `out` may be a source.
 template <class K, class D, class T, std::same_as<const T*>... Sources>
 unsigned long EvaluateBlock(T* out, unsigned long count, Sources... in) {
     using V = Vector<T>;
     constexpr unsigned long lanes = Lanes<V>::count;
+    if constexpr (requires { typename K::Near; }) {
+        if (EvaluateNear<typename K::Near>(out, count, in...)) {
+            return count;
+        }
+    }
     MaskOf<V> rare{};
     decltype(K::First(Load<V>(in)..., rare)) states[blockVectors];
     for (unsigned long j = 0; j < count / lanes; ++j) {

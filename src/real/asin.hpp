@@ -96,8 +96,7 @@ V AsinHead(V s) {
 /// True outside [-1, 1], for a = |x|.
 template <Value V>
 MaskOf<V> IsBeyondOne(V a) {
-    using T = ElementOf<V>;
-    return NotLess(a, Broadcast<V>(T{1} + std::numeric_limits<T>::epsilon()));
+    return Not(LessEqual(a, Broadcast<V>(1)));
 }
 
 struct AsinKernel {
@@ -132,8 +131,8 @@ struct AsinKernel {
 
     template <class T>
     static T Entry(T x) {
-        const std::int32_t ax = UpperWord(Abs(x));
         const T a = Abs(x);
+        const std::int32_t ax = UpperWord(a);
         if (ax >= UpperWord(T{1})) {
             return a == 1 ? WithSignOf(Angles<T>::halfPi, x) : defaultNaN<T>;
         }

@@ -246,8 +246,8 @@ struct Atan2Kernel {
         MaskOf<V> above;
     };
 
-    /// Rare: NaN, and an infinite y, which an infinite quotient of finite values is not to be taken
-    /// for.
+    /// Rare: NaN, and an infinite y, which gives pi/2 itself also for a negative x, as the quotient
+    /// would not.
     template <Value V>
     static Argument<V> First(V y, V x, MaskOf<V>& rare) {
         rare |= Unordered(y - y, x);

@@ -247,19 +247,19 @@ struct LogKernel {
         return k * C::ln2Hi - ((R - k * C::ln2Lo) - f);
     }
 
-    /// True but where the words just below and above a power of two make f tiny.
+    /// True where the words just below and above a power of two make f tiny.
     template <Value V>
-    static MaskOf<V> NotTiny(V x) {
+    static MaskOf<V> IsTiny(V x) {
         using C = LogConstants<ElementOf<V>>;
-        return Not(SignedLess((Words(x) + (C::tinyWords - 1)) & C::mantissaWord, C::tinyWords));
+        return SignedLess((Words(x) + (C::tinyWords - 1)) & C::mantissaWord, C::tinyWords);
     }
 
-    /// Tiny f.
+    /// Any f.
     template <Value V>
     static V Second(V x, MaskOf<V>& rare) {
         const LogReduced<V> reduced = Reduce(x);
-        rare |= NotPositiveNormal(x) | NotTiny(x);
-        return TwoTerms(reduced.f, reduced.k);
+        rare |= NotPositiveNormal(x);
+        return Select(SpreadUpper<V>(IsTiny(x)), TwoTerms(reduced.f, reduced.k), Next(reduced));
     }
 
     template <class T>
@@ -270,7 +270,7 @@ struct LogKernel {
         const Normalized<T> normal = Normalize(x);
         LogReduced<T> reduced = Reduce(normal.x);
         reduced.k += normal.exponent;
-        return NotTiny(normal.x) ? Next(reduced) : TwoTerms(reduced.f, reduced.k);
+        return IsTiny(normal.x) ? TwoTerms(reduced.f, reduced.k) : Next(reduced);
     }
 };
 

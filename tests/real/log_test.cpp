@@ -96,6 +96,14 @@ const std::vector<T>& Arguments() {
         for (int i = 0; i < 1'000'000; ++i) {
             all.push_back(random.AnyPattern<T>());
         }
+        // Close to small powers of two, where a tiny fraction has a form of its own.
+        for (int i = 0; i < 300'000; ++i) {
+            const T f = random.Between<T>(T{0x1p-30}, T{0x1p-14});
+            const T nearOne = 1 + (i % 2 == 0 ? f : -f);
+            all.push_back(
+                std::ldexp(nearOne, i % 3 == 0 ? static_cast<int>(random.Below(7)) - 3 : 0));
+            all.push_back(all.back() - 1);
+        }
         for (const auto& function : realFunctions<T>) {
             for (const auto& range : function.ranges) {
                 for (int i = 0; i < 50'000; ++i) {
