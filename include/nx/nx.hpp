@@ -7,6 +7,7 @@
 #include <nx/elementwise.hpp>
 #include <nx/errors.hpp>
 #include <nx/minmax.hpp>
+#include <nx/real.hpp>
 #include <nx/types.hpp>
 
 #endif

@@ -13,6 +13,9 @@
 //   K::Second(V x..., MaskOf<V>& rare)  values at once; sets `rare` where this does not serve either
 // or a narrow range with fewer operations, taken by a block that is all inside it:
 //   K::Near                             a kernel of the same arguments, without Entry
+// or results for a whole block of special operands:
+//   K::WholeBlock(T* out, count, const T* x...)   false if it has done nothing
+// `Second` may take what the phases gave as a further argument after x.
 // A domain D gives D::IsOutside(T x...); `First` and `Second` must mark as rare whatever is outside.
 #ifndef NX_CORE_BLOCKS_HPP
 #define NX_CORE_BLOCKS_HPP
@@ -21,6 +24,7 @@
 #include <bit>
 #include <complex>
 #include <concepts>
+#include <iterator>
 #include <type_traits>
 
 #include "core/lanes.hpp"
@@ -39,6 +43,30 @@ struct Everywhere {
         return false;
     }
 };
+
+/// A kernel of many phases that carry much from one to the next works in place: its State<V> derives
+/// from the result of `First`, K::Next(state, the number of a phase) changes it, and the last phase
+/// returns V.
+template <class K, class V>
+concept WorksInPlace = requires {
+    typename K::template State<V>;
+};
+
+/// All phases but the first, in place.
+template <class K, class V, int phase = 0, class State>
+void FinishInPlace(ElementOf<V>* out, State* states, unsigned long vectors) {
+    constexpr std::integral_constant<int, phase> number;
+    if constexpr (std::same_as<decltype(K::Next(states[0], number)), V>) {
+        for (unsigned long j = 0; j < vectors; ++j) {
+            Store(out + j * Lanes<V>::count, K::Next(states[j], number));
+        }
+    } else {
+        for (unsigned long j = 0; j < vectors; ++j) {
+            K::Next(states[j], number);
+        }
+        FinishInPlace<K, V, phase + 1>(out, states, vectors);
+    }
+}
 
 /// All phases but the first, for `vectors` results of the phase before.
 template <class K, class V, class State>
@@ -62,6 +90,19 @@ concept HasSecondRange = requires(i32x4 rare, V... x) {
     K::Second(x..., rare);
 };
 
+/// The second range of a kernel that takes what the phases gave, or does not, or has none.
+template <class K, class V, std::same_as<V>... Operands>
+V SecondRange(V phases, MaskOf<V>& rare, Operands... x) {
+    if constexpr (HasSecondRange<K, Operands..., V>) {
+        return K::Second(x..., phases, rare);
+    } else if constexpr (HasSecondRange<K, Operands...>) {
+        return K::Second(x..., rare);
+    } else {
+        rare = ~MaskOf<V>{};
+        return phases;
+    }
+}
+
 /// Puts right what the phases did not serve. Returns the index of the first element outside the
 /// domain, or `count`.
 template <class K, class D, class T, std::same_as<const T*>... Sources>
@@ -71,17 +112,15 @@ template <class K, class D, class T, std::same_as<const T*>... Sources>
         MaskOf<V> rare{};
         (void)K::First(Load<V>(in + i)..., rare);
         unsigned bits = LaneBits<V>(rare);
-        if constexpr (HasSecondRange<K, decltype(Load<V>(in))...>) {
-            if (bits != 0) {
-                MaskOf<V> left{};
-                T second[Lanes<V>::count];
-                Store(second, K::Second(Load<V>(in + i)..., left));
-                for (unsigned now = bits & ~LaneBits<V>(left); now != 0; now &= now - 1) {
-                    const int lane = std::countr_zero(now);
-                    values[i + static_cast<unsigned long>(lane)] = second[lane];
-                }
-                bits &= LaneBits<V>(left);
+        if (bits != 0) {
+            MaskOf<V> left{};
+            T second[Lanes<V>::count];
+            Store(second, SecondRange<K, V>(Load<V>(values + i), left, Load<V>(in + i)...));
+            for (unsigned now = bits & ~LaneBits<V>(left); now != 0; now &= now - 1) {
+                const int lane = std::countr_zero(now);
+                values[i + static_cast<unsigned long>(lane)] = second[lane];
             }
+            bits &= LaneBits<V>(left);
         }
         for (; bits != 0; bits &= bits - 1) {
             const unsigned long lane = i + static_cast<unsigned long>(std::countr_zero(bits));
@@ -112,28 +151,54 @@ bool EvaluateNear(T* out, unsigned long count, Sources... in) {
     return true;
 }
 
+/// What the phases of a kernel work on.
+template <class K, class V, class Started>
+struct BlockStateOf {
+    using type = Started;
+};
+template <class K, class V, class Started>
+requires WorksInPlace<K, V>
+struct BlockStateOf<K, V, Started> {
+    using type = typename K::template State<V>;
+};
+template <class K, class V, class Started>
+using BlockState = typename BlockStateOf<K, V, Started>::type;
+
 /// Values of K for one block: whole vectors, at most `blockVectors`. Writes the elements before the
 /// first one outside the domain, none after it, and returns their number. `out` may be a source.
 template <class K, class D, class T, std::same_as<const T*>... Sources>
 unsigned long EvaluateBlock(T* out, unsigned long count, Sources... in) {
     using V = Vector<T>;
     constexpr unsigned long lanes = Lanes<V>::count;
+    if constexpr (requires { K::WholeBlock(out, count, in...); }) {
+        if (K::WholeBlock(out, count, in...)) {
+            return count;
+        }
+    }
     if constexpr (requires { typename K::Near; }) {
         if (EvaluateNear<typename K::Near>(out, count, in...)) {
             return count;
         }
     }
     MaskOf<V> rare{};
-    decltype(K::First(Load<V>(in)..., rare)) states[blockVectors];
+    using Started = decltype(K::First(Load<V>(in)..., rare));
+    BlockState<K, V, Started> states[blockVectors];
     for (unsigned long j = 0; j < count / lanes; ++j) {
-        states[j] = K::First(Load<V>(in + j * lanes)..., rare);
+        static_cast<Started&>(states[j]) = K::First(Load<V>(in + j * lanes)..., rare);
     }
+    const auto finish = [&](T* to) {
+        if constexpr (WorksInPlace<K, V>) {
+            FinishInPlace<K, V>(to, states, count / lanes);
+        } else {
+            FinishBlock<K, V>(to, states, count / lanes);
+        }
+    };
     if (!Any<V>(rare)) [[likely]] {
-        FinishBlock<K, V>(out, states, count / lanes);
+        finish(out);
         return count;
     }
     T values[blockElements<T>];
-    FinishBlock<K, V>(values, states, count / lanes);
+    finish(values);
     const unsigned long done = PatchRare<K, D, T>(values, count, in...);
     std::copy_n(values, done, out);
     return done;
@@ -160,6 +225,7 @@ struct Walk {
 template <class W, class T>
 struct BlockSource {
     Walk<T> walk;
+    bool isFilled = false;      // once, for a fixed source
     W buffer[blockElements<W>]; // written by Block alone, and not at all for an adjacent source
 
     BlockSource(T* start, unsigned long stride) : walk(start, stride) {}
@@ -172,6 +238,13 @@ struct BlockSource {
             if (walk.IsAdjacent()) {
                 return walk.p;
             }
+        }
+        if (walk.bytes == 0) {
+            if (!isFilled) {
+                std::fill(std::begin(buffer), std::end(buffer), Element());
+                isFilled = true;
+            }
+            return buffer;
         }
         Walk<T> from = walk;
         for (unsigned long i = 0; i < count; ++i) {

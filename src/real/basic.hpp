@@ -16,7 +16,11 @@ using namespace core;
 
 /// From here on every value of T is an integer.
 template <class T>
-inline constexpr T integerBound = T{1} / std::numeric_limits<T>::epsilon();
+inline constexpr T integerBound;
+template <>
+inline constexpr double integerBound<double> = Pinned(4503599627370496.0, 0x4330000000000000);
+template <>
+inline constexpr float integerBound<float> = Pinned(8388608.0f, 0x4B000000);
 
 /// How an integer of T is reached from its truncation.
 enum class Rounding { towardZero, down, up };

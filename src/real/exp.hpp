@@ -138,9 +138,9 @@ ExpReduced<V> ExpReduce(V x, MaskOf<V>& rare) {
     return reduced;
 }
 
-/// Step 1 of one value, of which k is not 0; a half goes to the integer away from 0. Out of line it
-/// would return its three values through memory.
+/// Step 1 of one value, of which k is not 0; a half goes to the integer away from 0.
 template <std::floating_point T>
+// Out of line it would return its three values through memory.
 [[gnu::always_inline]] inline ExpReduced<T> ExpReduceOne(T x) {
     using C = ExpConstants<T>;
     if (Abs(x) < C::threeHalfLn2) {
@@ -354,6 +354,7 @@ struct Expm1Kernel {
         const MaskOf<V> above = InRange(word, WordOfPower<T>(56), WordOfPower<T>(large));
         const MaskOf<V> lowerOne =
             (MaskOf<V>)(word == WordOfPower<T>(1)) & Less(x.r, Broadcast<V>(T{-0.25}));
+        // The masks are of words, and do here: all constants that they take have a lower word of 0.
         const V minusHalf = Keep(lowerOne, Broadcast<V>(T{-0.5}));
         const V w = (x.r - minusHalf) - (x.e + Keep(above, power));
         const V y = w - ((Keep(inside, power) - minusHalf) - T{1});

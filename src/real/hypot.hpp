@@ -144,13 +144,10 @@ struct HypotKernel {
         if (b == 0) {
             return a;
         }
-        // The halves stay those of the unscaled values, and doubling adds to the exponent's bits even
-        // of a subnormal: part of the result's definition.
-        UpperHalves<T> upper = Split(a, b);
-        upper.twice = FromBits<T>(Bits(upper.a) + Pattern(std::numeric_limits<T>::min()));
+        // The halves are those of the unscaled sides: beside the scaled ones they are lost.
         a *= C::subnormalScale;
         b *= C::subnormalScale;
-        const T squares = SumOfSquares(a, b, upper, (a + a) - upper.twice);
+        const T squares = SumOfSquares(a, b, UpperHalves<T>{}, a + a);
         return std::sqrt(squares) / C::subnormalScale;
     }
 };

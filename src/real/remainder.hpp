@@ -12,9 +12,9 @@
 
 #include <cmath>
 #include <cstdint>
-#include <limits>
 
 #include "core/lanes.hpp"
+#include "real/basic.hpp"
 
 namespace nx::real {
 
@@ -25,8 +25,6 @@ struct RemainderConstants;
 
 template <>
 struct RemainderConstants<double> {
-    /// From here on every value is an integer.
-    static constexpr double integerBound = Pinned(4503599627370496.0, 0x4330000000000000);
     static constexpr double tolerance = Pinned(2.220446049250313e-16, 0x3CB0000000000000);
     static constexpr double quotientBound = 0x1p26;
     /// Upper words of 2^-900 and 2^51.
@@ -37,7 +35,6 @@ struct RemainderConstants<double> {
 
 template <>
 struct RemainderConstants<float> {
-    static constexpr float integerBound = Pinned(8388608.0f, 0x4B000000);
     static constexpr float tolerance = Pinned(1.1920928955078125e-07f, 0x34000000);
     static constexpr float quotientBound = 0x1p11f;
     /// Patterns of 2^-90 and 2^22.
@@ -46,10 +43,10 @@ struct RemainderConstants<float> {
     static constexpr std::uint32_t upperBits = UINT32_C(0xFFFFF000);
 };
 
-/// True for an integer, and from `integerBound` on.
+/// True for an integer, and for what is none by its size alone: infinities and NaN.
 template <class T>
 bool IsInteger(T y) {
-    return !(std::fabs(y) < RemainderConstants<T>::integerBound) || y == std::trunc(y);
+    return !(std::fabs(y) < integerBound<T>) || y == std::trunc(y);
 }
 
 /// The exact remainder with the sign of y, or x for a zero y, without the rule of step 3.
@@ -120,7 +117,7 @@ protected:
         const MaskOf<V> up = LessEqual(Broadcast<V>(T{0.5}), d.quotient - n);
         const V nearest = n + Keep(up, Broadcast<V>(1));
         const MaskOf<V> near = LessEqual(Abs(d.quotient - nearest), C::tolerance * d.quotient);
-        const MaskOf<V> fraction = NotEqual((y + C::integerBound) - C::integerBound, y);
+        const MaskOf<V> fraction = NotEqual((y + integerBound<T>)-integerBound<T>, y);
         return Drop(near & fraction, remainder);
     }
 };

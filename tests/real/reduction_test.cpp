@@ -1,0 +1,196 @@
+#include "real/reduction.hpp"
+
+#include <cmath>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "real/trigonometry_reference.hpp"
+#include "support/same.hpp"
+#include "support/samples.hpp"
+
+namespace nx::test {
+namespace {
+
+template <class T>
+class Reduction : public ::testing::Test {};
+
+using RealTypes = ::testing::Types<double, float>;
+TYPED_TEST_SUITE(Reduction, RealTypes);
+
+TEST(ReductionTables, HoldTheBitsOfTwoOverPi) {
+    const std::vector<std::int32_t> chunks = reference::TwoOverPiChunks(24, 66);
+    for (std::size_t k = 0; k < chunks.size(); ++k) {
+        ASSERT_EQ(real::TwoOverPiDouble[k], chunks[k]) << k;
+        for (std::size_t byte = 0; byte < 3; ++byte) {
+            ASSERT_EQ(real::TwoOverPiSingle[3 * k + byte], chunks[k] >> (16 - 8 * byte) & 0xFF)
+                << k;
+        }
+    }
+}
+
+TEST(ReductionTables, HoldMultiplesOfHalfPi) {
+    for (int n = 1; n < 32; ++n) {
+        const auto entry = static_cast<std::size_t>(n - 1);
+        ASSERT_EQ(std::uint32_t(real::Pio2MultipleHighDouble[entry]),
+                  BitsOf(reference::NearestMultiple<double>(n)) >> 32)
+            << n;
+        ASSERT_EQ(std::uint32_t(real::Pio2MultipleHighSingle[entry]),
+                  BitsOf(reference::NearestMultiple<float>(n)) & ~0xFFu)
+            << n;
+    }
+}
+
+TYPED_TEST(Reduction, HasTheBitsOfTheReference) {
+    using T = TypeParam;
+    Random random(1);
+    std::vector<T> arguments = SpecialValues<T>();
+    const auto addAround = [&](T x, Word<T> spread) {
+        for (Word<T> bits = BitsOf(x) - spread; bits != BitsOf(x) + spread + 1; ++bits) {
+            arguments.push_back(FromBits<T>(bits));
+        }
+    };
+    for (int n = 1; n < 200; ++n) {
+        addAround(reference::NearestMultiple<T>(n), 300);
+    }
+    for (int i = 0; i < 100'000; ++i) {
+        const int n = 1 + static_cast<int>(random.Below(std::size_t{1} << random.Below(21)));
+        addAround(reference::NearestMultiple<T>(n), 2);
+        arguments.push_back(random.AnyPattern<T>());
+    }
+    for (const T bound :
+         {static_cast<T>(2.356194490192345), real::ReductionConstants<T>::mediumBound}) {
+        addAround(bound, 300);
+    }
+    for (const T x : arguments) {
+        for (const T argument : {x, -x}) {
+            T got[2], want[2];
+            ASSERT_EQ(real::ReducePio2(argument, got), reference::ReducePio2(argument, want))
+                << Show(argument);
+            ASSERT_TRUE(SameBits(got[0], want[0])) << Show(argument);
+            ASSERT_TRUE(SameBits(got[1], want[1])) << Show(argument);
+        }
+    }
+}
+
+/// n modulo 4, and by how much head + tail misses the exact remainder, as a part of it.
+struct ExactReduction {
+    ExactReduction() {
+        mpfr_inits2(2400, pio2, quotient, remainder, nullptr);
+        mpfr_const_pi(pio2, MPFR_RNDN);
+        mpfr_div_2ui(pio2, pio2, 1, MPFR_RNDN);
+    }
+    ~ExactReduction() {
+        mpfr_clears(pio2, quotient, remainder, nullptr);
+    }
+    ExactReduction(const ExactReduction&) = delete;
+    ExactReduction& operator=(const ExactReduction&) = delete;
+
+    template <class T>
+    double RelativeError(T x, int n, const T* y) {
+        mpfr_set_d(remainder, x, MPFR_RNDN);
+        mpfr_div(quotient, remainder, pio2, MPFR_RNDN);
+        mpfr_sub_si(quotient, quotient, n & 3, MPFR_RNDN);
+        mpfr_div_2ui(quotient, quotient, 2, MPFR_RNDN);
+        mpfr_rint(quotient, quotient, MPFR_RNDN);
+        mpfr_mul_2ui(quotient, quotient, 2, MPFR_RNDN);
+        mpfr_add_si(quotient, quotient, n & 3, MPFR_RNDN);
+        mpfr_mul(quotient, quotient, pio2, MPFR_RNDN);
+        mpfr_sub(remainder, remainder, quotient, MPFR_RNDN);
+        mpfr_set(quotient, remainder, MPFR_RNDN);
+        mpfr_sub_d(remainder, remainder, y[0], MPFR_RNDN);
+        mpfr_sub_d(remainder, remainder, y[1], MPFR_RNDN);
+        mpfr_div(remainder, remainder, quotient, MPFR_RNDN);
+        return std::fabs(mpfr_get_d(remainder, MPFR_RNDA));
+    }
+
+    mpfr_t pio2, quotient, remainder;
+};
+
+template <class T>
+void ExpectAccurate(ExactReduction& exact, T x, double bound) {
+    T y[2];
+    const int n = real::ReducePio2(x, y);
+    ASSERT_LE(exact.RelativeError(x, n, y), bound) << Show(x) << " n " << n << ' ' << Show(y[0]);
+}
+
+TYPED_TEST(Reduction, IsAccurateNextToMultiplesOfHalfPi) {
+    using T = TypeParam;
+    // The largest error is that of n just above 31, where one step is still enough most of the time.
+    const double bound = sizeof(T) == 8 ? 0x1p-68 : 0x1p-31;
+    ExactReduction exact;
+    Random random(2);
+    mpfr_t multiple;
+    mpfr_init2(multiple, 1200);
+    for (int i = 0; i < 20'000; ++i) {
+        const T size = random.Between<T>(50, std::numeric_limits<T>::max());
+        mpfr_set_d(multiple, size, MPFR_RNDN);
+        mpfr_div(multiple, multiple, exact.pio2, MPFR_RNDN);
+        mpfr_rint(multiple, multiple, MPFR_RNDN);
+        mpfr_mul(multiple, multiple, exact.pio2, MPFR_RNDN);
+        const T x = reference::Rounded<T>(multiple, MPFR_RNDZ);
+        ExpectAccurate(exact, x, bound);
+        ExpectAccurate(exact, -x, bound);
+        ExpectAccurate(exact, size, bound);
+    }
+    mpfr_clear(multiple);
+    ExpectAccurate(exact, std::numeric_limits<T>::max(), bound);
+}
+
+TEST(ReductionOfDouble, HoldsForTheHardestArgument) {
+    // Next to a multiple of pi/2 as no other `double`.
+    ExactReduction exact;
+    for (const double x : {0x1.6ac5b262ca1ffp+849, -0x1.6ac5b262ca1ffp+849}) {
+        double y[2];
+        const int n = real::ReducePio2(x, y);
+        EXPECT_LE(std::fabs(y[0]), 5e-19);
+        EXPECT_LE(exact.RelativeError(x, n, y), 0x1p-70);
+    }
+    EXPECT_EQ(0x1.6ac5b262ca1ffp+849, std::ldexp(6381956970095103.0, 797));
+}
+
+TEST(ReductionOfDouble, SpecialArguments) {
+    const double nan = FromBits<double>(0xFFF8000000000000);
+    const struct {
+        double x, head, tail;
+        int n;
+    } rows[] = {
+        {0x1.921fb54442d18p0, -6.123233995736766e-17, 1.4974857633995285e-33, 1},
+        {0.0, 0x1.921fb54442d18p0, 6.12323399538461e-17, -1},
+        {infinity<double>, nan, nan, 0},
+        {-infinity<double>, nan, nan, 0},
+        {MakeNaN<double>(false, true, 0x77), nan, nan, 0},
+        {MakeNaN<double>(true, false, 0x77), nan, nan, 0},
+    };
+    for (const auto& row : rows) {
+        double y[2];
+        EXPECT_EQ(real::ReducePio2(row.x, y), row.n) << Show(row.x);
+        EXPECT_TRUE(SameBits(y[0], row.head)) << Show(row.x);
+        EXPECT_TRUE(SameBits(y[1], row.tail)) << Show(row.x);
+    }
+}
+
+TEST(ScalbnOfFloat, IsTheReference) {
+    Random random(3);
+    std::vector<float> values = SpecialValues<float>();
+    for (int i = 0; i < 2000; ++i) {
+        values.push_back(random.AnyPattern<float>());
+    }
+    for (const float x : values) {
+        for (int k = -300; k <= 300; ++k) {
+            const float got = real::ScalbnSingle(x, k);
+            ASSERT_TRUE(SameBits(got, reference::ScalbnSingle(x, k))) << Show(x) << ' ' << k;
+            // The system's function rounds but once; a subnormal result is rounded here once too.
+            if (std::isfinite(x)) {
+                ASSERT_TRUE(SameBits(got, std::scalbn(x, k))) << Show(x) << ' ' << k;
+            }
+        }
+        for (const int k : {-2'000'000'000, -60000, 60000, 2'000'000'000}) {
+            ASSERT_TRUE(SameBits(real::ScalbnSingle(x, k), reference::ScalbnSingle(x, k)))
+                << Show(x) << ' ' << k;
+        }
+    }
+}
+
+} // namespace
+} // namespace nx::test
