@@ -446,8 +446,7 @@ private:
     /// True for an odd integer; from 2^53 (`float` 2^24) on all are even.
     template <class T>
     static bool IsOdd(T ay) {
-        return ay < 2 * integerBound<T> &&
-               static_cast<std::int64_t>(ay) % 2 == 1;
+        return ay < 2 * integerBound<T> && static_cast<std::int64_t>(ay) % 2 == 1;
     }
 
     /// The logarithm of a positive finite value. Out of line it would return through memory.
