@@ -49,6 +49,8 @@ struct Case {
 std::vector<Case> Arithmetic();
 std::vector<Case> Selection();
 std::vector<Case> Logarithms();
+std::vector<Case> RealKernels();
+std::vector<Case> RealPairs();
 
 /// Names and versions of the peers that this program was built with.
 std::vector<std::pair<std::string, std::string>> PeerVersions();

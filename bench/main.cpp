@@ -115,6 +115,8 @@ int main(int argc, char** argv) {
     bench::RegisterAll(bench::Arithmetic());
     bench::RegisterAll(bench::Selection());
     bench::RegisterAll(bench::Logarithms());
+    bench::RegisterAll(bench::RealKernels());
+    bench::RegisterAll(bench::RealPairs());
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
 }

@@ -1,0 +1,122 @@
+#include <cmath>
+#include <nx/real.hpp>
+
+#include "core/blocks.hpp"
+#include "data.hpp"
+#include "peers.hpp"
+#include "real/asin.hpp"
+#include "real/atan.hpp"
+#include "real/exp.hpp"
+#include "real/hyperbolic.hpp"
+#include "real/inverse_hyperbolic.hpp"
+#include "real/sine.hpp"
+#include "real/tangent.hpp"
+
+namespace bench {
+
+namespace {
+
+/// A lane kernel over arrays, as a family will run it.
+template <class K>
+constexpr auto kernel = [](auto... x) { nx::core::MapInDomain<K, nx::core::Everywhere>(x...); };
+
+Data Integers() {
+    return {"integers",
+            [](Random& random, double) { return static_cast<double>(1 + random() % 100); }};
+}
+
+} // namespace
+
+std::vector<Case> RealKernels() {
+    using namespace nx::real;
+    const Data unit = Range("-1", "1");
+    const Data quarter = Range("-0.7", "0.7");
+    const Data small = Range("-0.5", "0.5");
+    const Data ten = Range("-10", "10");
+    const Data thousand = Range("-1000", "1000");
+    const Data huge = Range("1e3", "1e30");
+    const Data aboveOne = Range("1", "1e3");
+    Table table;
+    table.Unary("Exp", {ten}, Nx(kernel<ExpKernel>), System([](auto x) { return std::exp(x); }),
+                SleefLanes([](auto v) { return Sleef_expd2_u10sse2(v); },
+                           [](auto v) { return Sleef_expf4_u10sse2(v); }));
+    table.Unary("Expm1", {ten, small}, Nx(kernel<Expm1Kernel>),
+                System([](auto x) { return std::expm1(x); }),
+                SleefLanes([](auto v) { return Sleef_expm1d2_u10sse2(v); },
+                           [](auto v) { return Sleef_expm1f4_u10sse2(v); }));
+    table.Unary("Sin", {quarter, ten, thousand, huge}, Nx(kernel<SinKernel>),
+                System([](auto x) { return std::sin(x); }),
+                SleefLanes([](auto v) { return Sleef_sind2_u10sse2(v); },
+                           [](auto v) { return Sleef_sinf4_u10sse2(v); }));
+    table.Unary("Cos", {quarter, ten, thousand, huge}, Nx(kernel<CosKernel>),
+                System([](auto x) { return std::cos(x); }),
+                SleefLanes([](auto v) { return Sleef_cosd2_u10sse2(v); },
+                           [](auto v) { return Sleef_cosf4_u10sse2(v); }));
+    table.Unary("Tan", {ten}, Nx(kernel<TanKernel>), System([](auto x) { return std::tan(x); }),
+                SleefLanes([](auto v) { return Sleef_tand2_u10sse2(v); },
+                           [](auto v) { return Sleef_tanf4_u10sse2(v); }));
+    table.Unary("Asin", {unit}, Nx(kernel<AsinKernel>), System([](auto x) { return std::asin(x); }),
+                SleefLanes([](auto v) { return Sleef_asind2_u10sse2(v); },
+                           [](auto v) { return Sleef_asinf4_u10sse2(v); }));
+    table.Unary("Acos", {unit}, Nx(kernel<AcosKernel>), System([](auto x) { return std::acos(x); }),
+                SleefLanes([](auto v) { return Sleef_acosd2_u10sse2(v); },
+                           [](auto v) { return Sleef_acosf4_u10sse2(v); }));
+    table.Unary("Atan", {ten}, Nx(kernel<AtanKernel>), System([](auto x) { return std::atan(x); }),
+                SleefLanes([](auto v) { return Sleef_atand2_u10sse2(v); },
+                           [](auto v) { return Sleef_atanf4_u10sse2(v); }));
+    table.Unary("Sinh", {ten, unit}, Nx(kernel<SinhKernel>),
+                System([](auto x) { return std::sinh(x); }),
+                SleefLanes([](auto v) { return Sleef_sinhd2_u10sse2(v); },
+                           [](auto v) { return Sleef_sinhf4_u10sse2(v); }));
+    table.Unary("Cosh", {ten, unit}, Nx(kernel<CoshKernel>),
+                System([](auto x) { return std::cosh(x); }),
+                SleefLanes([](auto v) { return Sleef_coshd2_u10sse2(v); },
+                           [](auto v) { return Sleef_coshf4_u10sse2(v); }));
+    table.Unary("Tanh", {ten, unit}, Nx(kernel<TanhKernel>),
+                System([](auto x) { return std::tanh(x); }),
+                SleefLanes([](auto v) { return Sleef_tanhd2_u10sse2(v); },
+                           [](auto v) { return Sleef_tanhf4_u10sse2(v); }));
+    table.Unary("Asinh", {ten}, Nx(kernel<AsinhKernel>),
+                System([](auto x) { return std::asinh(x); }),
+                SleefLanes([](auto v) { return Sleef_asinhd2_u10sse2(v); },
+                           [](auto v) { return Sleef_asinhf4_u10sse2(v); }));
+    table.Unary("Acosh", {aboveOne}, Nx(kernel<AcoshKernel>),
+                System([](auto x) { return std::acosh(x); }),
+                SleefLanes([](auto v) { return Sleef_acoshd2_u10sse2(v); },
+                           [](auto v) { return Sleef_acoshf4_u10sse2(v); }));
+    table.Unary("Atanh", {unit}, Nx(kernel<AtanhKernel>),
+                System([](auto x) { return std::atanh(x); }),
+                SleefLanes([](auto v) { return Sleef_atanhd2_u10sse2(v); },
+                           [](auto v) { return Sleef_atanhf4_u10sse2(v); }));
+    return table.cases;
+}
+
+std::vector<Case> RealPairs() {
+    const Data hundred = Range("-100", "100");
+    const Data positive = Range("0.1", "5");
+    Table table;
+    table.Binary("Atan2", {hundred, Integers()}, Nx([](auto... x) { nx::Atan2(x...); }),
+                 System([](auto y, auto x) { return std::atan2(y, x); }),
+                 SleefLanes([](auto y, auto x) { return Sleef_atan2d2_u10sse2(y, x); },
+                            [](auto y, auto x) { return Sleef_atan2f4_u10sse2(y, x); }));
+    table.Binary("Hypot", {hundred}, Nx([](auto... x) { nx::Hypot(x...); }),
+                 System([](auto x, auto y) { return std::hypot(x, y); }),
+                 SleefLanes([](auto x, auto y) { return Sleef_hypotd2_u05sse2(x, y); },
+                            [](auto x, auto y) { return Sleef_hypotf4_u05sse2(x, y); }));
+    table.Binary("Rem", {hundred}, Nx([](auto... x) { nx::Rem(x...); }),
+                 System([](auto x, auto y) { return std::fmod(x, y); }),
+                 SleefLanes([](auto x, auto y) { return Sleef_fmodd2_sse2(x, y); },
+                            [](auto x, auto y) { return Sleef_fmodf4_sse2(x, y); }));
+    table.Binary("Mod", {hundred, Integers()}, Nx([](auto... x) { nx::Mod(x...); }),
+                 System([](auto x, auto y) {
+                     const auto r = std::fmod(x, y);
+                     return r != 0 && (r < 0) != (y < 0) ? r + y : r;
+                 }));
+    table.Binary("Power", {positive}, Nx([](auto... x) { nx::Power(x...); }),
+                 System([](auto x, auto y) { return std::pow(x, y); }),
+                 SleefLanes([](auto x, auto y) { return Sleef_powd2_u10sse2(x, y); },
+                            [](auto x, auto y) { return Sleef_powf4_u10sse2(x, y); }));
+    return table.cases;
+}
+
+} // namespace bench
