@@ -180,7 +180,7 @@ V ValueOf(BitsOf<V> n, std::int32_t bias) {
         // SSE2 converts no 64-bit integers: n becomes the low bits of 2^52 + n.
         return FromBits<V>(n | UINT64_C(0x4330000000000000)) - (0x1p52 + bias);
     } else if constexpr (std::same_as<V, f32x4>) {
-        return __builtin_convertvector((i32x4)n - bias, f32x4);
+        return __builtin_convertvector((i32x4)(n - static_cast<std::uint32_t>(bias)), f32x4);
     } else {
         return static_cast<V>(static_cast<std::int64_t>(n) - bias);
     }
@@ -192,7 +192,7 @@ V MinusValueOf(BitsOf<V> n, std::int32_t bias) {
     if constexpr (std::same_as<V, f64x2>) {
         return (0x1p52 + bias) - FromBits<V>(n | UINT64_C(0x4330000000000000));
     } else if constexpr (std::same_as<V, f32x4>) {
-        return __builtin_convertvector(bias - (i32x4)n, f32x4);
+        return __builtin_convertvector((i32x4)(static_cast<std::uint32_t>(bias) - n), f32x4);
     } else {
         return static_cast<V>(bias - static_cast<std::int64_t>(n));
     }

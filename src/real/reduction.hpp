@@ -285,7 +285,7 @@ __extension__ typedef unsigned __int128 u128;
 /// the scale.
 struct LargeProduct {
     static constexpr int terms = 10;
-    float term[terms + 2]; // two more by vector stores
+    float term[terms + 2]; // the last vector store fills two that are not used
     float scale;
     int n;
 };
@@ -297,7 +297,7 @@ struct LargeProduct {
 /// Only the two sums at the end round.
 [[gnu::noinline]] inline LargeProduct MultiplyLarge(float t) {
     constexpr int lastTerm = LargeProduct::terms - 1;
-    /// No `float` cancels so much that it asks for more.
+    /// No `float` asks for more: none leaves a fraction below 2^-31.
     constexpr int mostTerms = 13;
     /// Entry jv: the bytes of 2/pi from place jv - 2 to place jv + 13.
     static constexpr auto windows = [] {
@@ -362,12 +362,12 @@ struct LargeProduct {
         fraction <<= 8 * (jz - lastTerm);
         return static_cast<std::uint64_t>(fraction >> 64);
     };
-    // The first of the ten bytes must not be zero. With a shift of 7 or more that takes a tenth term.
+    // The first of the ten bytes must not be zero. With a shift of 7 or more that takes term 10.
     // It does not take more if the byte is 2 or more, as a term changes the one before little.
     const int extra = (shift + 1) >> 3;
     int jz = lastTerm + extra;
     if (multiply(jz) >> 40 <= static_cast<unsigned>(extra)) [[unlikely]] {
-        // As many terms more as bytes are zero, which all those of `upper` never are.
+        // One more term for each zero byte; `upper` itself is never zero.
         jz = lastTerm;
         for (std::uint64_t upper; (upper = multiply(jz)) >> 40 == 0;) {
             jz += 5 - (static_cast<int>(std::bit_width(upper)) - 1) / 8;
