@@ -254,12 +254,17 @@ struct LogKernel {
         return SignedLess((Words(x) + (C::tinyWords - 1)) & C::mantissaWord, C::tinyWords);
     }
 
-    /// Any f.
+    /// Any f; where all are tiny, without the division.
     template <Value V>
     static V Second(V x, MaskOf<V>& rare) {
         const LogReduced<V> reduced = Reduce(x);
+        const MaskOf<V> tiny = SpreadUpper<V>(IsTiny(x));
+        const V twoTerms = TwoTerms(reduced.f, reduced.k);
         rare |= NotPositiveNormal(x);
-        return Select(SpreadUpper<V>(IsTiny(x)), TwoTerms(reduced.f, reduced.k), Next(reduced));
+        if (!Any<V>(Not(tiny))) {
+            return twoTerms;
+        }
+        return Select(tiny, twoTerms, Next(reduced));
     }
 
     template <class T>
