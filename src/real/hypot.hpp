@@ -29,8 +29,11 @@ struct HypotConstants<double> {
     static constexpr std::uint32_t big = 0x5F300000;
     static constexpr std::uint32_t small = 0x20AFFFFF;
     static constexpr std::uint32_t subnormal = 0x000FFFFF;
-    static constexpr double tooBig = 0x1p500;
-    static constexpr double tooSmall = 0x1p-500;
+    /// Half of a sum from here on is too far from a small side.
+    static constexpr std::uint32_t nearFrom = small + apart + 0x00200000;
+    /// The values of which the words are the first above `big` and `small`.
+    static constexpr double bigFrom = Pinned(0x1.00001p500, 0x5F30000100000000);
+    static constexpr double smallBelow = Pinned(0x1p-500, 0x20B0000000000000);
     static constexpr double scale = 0x1p600;
     static constexpr double subnormalScale = Pinned(0x1p1022, 0x7FD0000000000000);
     /// The upper half of a value is its upper word.
@@ -43,8 +46,9 @@ struct HypotConstants<float> {
     static constexpr std::uint32_t big = 0x5D800000;
     static constexpr std::uint32_t small = 0x217FFFFF;
     static constexpr std::uint32_t subnormal = 0x007FFFFF;
-    static constexpr float tooBig = 0x1p60f;
-    static constexpr float tooSmall = 0x1p-60f;
+    static constexpr std::uint32_t nearFrom = small + apart + 0x01000000;
+    static constexpr float bigFrom = Pinned(0x1.000002p60f, 0x5D800001);
+    static constexpr float smallBelow = Pinned(0x1p-60f, 0x21800000);
     static constexpr float scale = 0x1p90f;
     static constexpr float subnormalScale = Pinned(0x1p126f, 0x7E800000);
     static constexpr std::uint32_t upperHalf = UINT32_C(0xFFFFF000);
@@ -56,59 +60,99 @@ V UpperHalf(V v) {
     return FromBits<V>(Bits(v) & HypotConstants<ElementOf<V>>::upperHalf);
 }
 
-/// The upper halves that step 3 takes: of a, of b, and of 2a.
+/// The upper halves that step 3 takes: of a, and of 2b.
 template <Value V>
 struct UpperHalves {
-    V a, b, twice;
+    V a, twiceB;
 };
 
 template <Value V>
 UpperHalves<V> Split(V a, V b) {
-    const V upper = UpperHalf(a);
-    return {upper, UpperHalf(b), upper + upper};
+    return {UpperHalf(a), UpperHalf(b + b)};
 }
 
-/// The sum of squares of step 3, with 2a - 2t given as `rest`.
+/// The sum of squares of step 3. It doubles b in place of t, which gives the same products.
 template <Value V>
-V SumOfSquares(V a, V b, const UpperHalves<V>& upper, V rest) {
+V SumOfSquares(V a, V b, const UpperHalves<V>& upper) {
     const V w = a - b;
-    const V apart = upper.a * upper.a + (b * b + (upper.a + a) * (a - upper.a));
-    const V close = upper.b * upper.twice + (w * w + (rest * b + (b - upper.b) * upper.twice));
+    const V lower = a - upper.a;
+    const V twiceB = b + b;
+    const V apart = upper.a * upper.a + (b * b + (upper.a + a) * lower);
+    const V close =
+        upper.a * upper.twiceB + (w * w + (lower * twiceB + upper.a * (twiceB - upper.twiceB)));
     return Select(Less(b, w), apart, close);
 }
 
+/// The greater and the lesser magnitude.
 template <Value V>
-V SumOfSquares(V a, V b) {
-    const UpperHalves<V> upper = Split(a, b);
-    const V lower = a - upper.a;
-    return SumOfSquares(a, b, upper, lower + lower);
+struct Sides {
+    V a, b;
+};
+
+template <Value V>
+Sides<V> Sort(V x, V y) {
+    return {Greater(Abs(x), Abs(y)), Lesser(Abs(x), Abs(y))};
 }
 
 struct HypotKernel {
-    template <Value V>
-    struct Sides {
-        V a, b;
+    /// Sides that need no scale. Those far apart need no test: the lesser square is lost in the sum,
+    /// and the root's error is below half a place of a. So the sum of the sides alone decides: where
+    /// it is in range, a lesser side that would need a scale is far apart.
+    struct Near {
+        template <Value V>
+        static Sides<V> First(V x, V y, MaskOf<V>& rare) {
+            using C = HypotConstants<ElementOf<V>>;
+            constexpr std::uint32_t lift = 0x80000000 - C::nearFrom;
+            const V sum = Abs(x) + Abs(y);
+            rare |= SignedLess(C::big - 1 + lift, Words(sum) + lift) & NotEqual(sum, V{});
+            return Sort(x, y);
+        }
+
+        template <Value V>
+        static V Next(const Sides<V>& x) {
+            return Sqrt(SumOfSquares(x.a, x.b, Split(x.a, x.b)));
+        }
     };
 
-    /// Rare: what needs a scale or is not finite. Sides far apart need no test: the lesser square is
-    /// lost in the sum, and the root's error is below half a place of a.
+    /// Sides after step 2. Where the result is `sum`, they are zeros; elsewhere that is.
+    template <Value V>
+    struct Scaled {
+        V a, b, scale, sum;
+        MaskOf<V> isSubnormal;
+    };
+
+    /// Rare: NaN.
     template <Value V>
     static Sides<V> First(V x, V y, MaskOf<V>& rare) {
-        using C = HypotConstants<ElementOf<V>>;
-        constexpr std::uint32_t top = 0x7FFFFFFF; // lifts the word of a zero above all others
-        const V ax = Abs(x);
-        const V ay = Abs(y);
-        const V a = Greater(ax, ay);
-        const V b = Lesser(ax, ay);
-        rare |= NotLess(ax + ay, Broadcast<V>(C::tooBig)) |
-                (Less(a, Broadcast<V>(C::tooSmall)) & NotEqual(a, V{})) |
-                SignedLess(Words(b) + top, C::small + 1 + top);
-        return {a, b};
+        rare |= Unordered(x, y);
+        return Sort(x, y);
     }
 
     template <Value V>
-    static V Next(const Sides<V>& x) {
-        return Sqrt(SumOfSquares(x.a, x.b));
+    static Scaled<V> Next(const Sides<V>& x) {
+        using T = ElementOf<V>;
+        using C = HypotConstants<T>;
+        const MaskOf<V> isSum = SpreadUpper<V>(SignedLess(C::apart, Words(x.a) - Words(x.b))) |
+                                Equal(x.b, V{}) | Equal(x.a, Broadcast<V>(infinity<T>));
+        const MaskOf<V> isSubnormal = Less(x.b, Broadcast<V>(std::numeric_limits<T>::min()));
+        const MaskOf<V> isSmall = Less(x.b, Broadcast<V>(C::smallBelow));
+        const MaskOf<V> isBig = LessEqual(Broadcast<V>(C::bigFrom), x.a);
+        const V up = Select(isSubnormal, Broadcast<V>(C::subnormalScale), Broadcast<V>(C::scale));
+        const V scale =
+            Select(isBig, Broadcast<V>(1 / C::scale), Select(isSmall, up, Broadcast<V>(1)));
+        return {Drop(isSum, x.a) * scale, Drop(isSum, x.b) * scale, scale, Keep(isSum, x.a + x.b),
+                isSubnormal};
+    }
+
+    /// See `Entry` for the halves of subnormal sides.
+    template <Value V>
+    static V Next(const Scaled<V>& x) {
+        using T = ElementOf<V>;
+        const UpperHalves<V> halves = Split(x.a, x.b);
+        const UpperHalves<V> upper = {Drop(x.isSubnormal, halves.a),
+                                      Drop(x.isSubnormal, halves.twiceB)};
+        const V root = Sqrt(SumOfSquares(x.a, x.b, upper));
+        return x.sum + root * (T{1} / x.scale);
     }
 
     template <class T>
@@ -131,15 +175,15 @@ struct HypotKernel {
         if (Words(a) > C::big) {
             a /= C::scale;
             b /= C::scale;
-            return std::sqrt(SumOfSquares(a, b)) * C::scale;
+            return std::sqrt(SumOfSquares(a, b, Split(a, b))) * C::scale;
         }
         if (Words(b) > C::small) {
-            return std::sqrt(SumOfSquares(a, b));
+            return std::sqrt(SumOfSquares(a, b, Split(a, b)));
         }
         if (Words(b) > C::subnormal) {
             a *= C::scale;
             b *= C::scale;
-            return std::sqrt(SumOfSquares(a, b)) / C::scale;
+            return std::sqrt(SumOfSquares(a, b, Split(a, b))) / C::scale;
         }
         if (b == 0) {
             return a;
@@ -147,8 +191,7 @@ struct HypotKernel {
         // The halves are those of the unscaled sides: beside the scaled ones they are lost.
         a *= C::subnormalScale;
         b *= C::subnormalScale;
-        const T squares = SumOfSquares(a, b, UpperHalves<T>{}, a + a);
-        return std::sqrt(squares) / C::subnormalScale;
+        return std::sqrt(SumOfSquares(a, b, UpperHalves<T>{})) / C::subnormalScale;
     }
 };
 
