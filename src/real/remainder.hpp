@@ -3,10 +3,11 @@
 // 1. The remainder of the magnitudes is exact. On lanes, for quotients below 2^26 (2^11 in `float`):
 //    n is the truncated quotient, |y| is the sum of two halves whose products with n are exact, and
 //    |x| less both products is exact, too. Rounding may have lifted the quotient to the next integer;
-//    then |y| is added back.
+//    then |y| is added back. Quotients up to the square of that are taken in two steps, the first one
+//    by 2^26 |y|.
 // 2. `Mod` adds the divisor where the signs differ: the one rounded operation.
 // 3. Where the divisor is no integer, a quotient within rounding of an integer counts as exact, and
-//    the result is a zero: 0.3 is a multiple of 0.1 here.
+//    the result is a zero: 0.3 is a multiple of 0.1 here. From 2^52 (2^22) on all are.
 #ifndef NX_REAL_REMAINDER_HPP
 #define NX_REAL_REMAINDER_HPP
 
@@ -65,26 +66,19 @@ T KernelMod(T x, T y) {
     return std::signbit(x) == std::signbit(y) ? remainder : remainder + y;
 }
 
-/// True where step 3 takes a quotient as an integer; an infinite one is.
-template <class T>
-bool IsNearInteger(T quotient) {
-    const T n = std::round(quotient);
-    return std::fabs(quotient - n) <= RemainderConstants<T>::tolerance * std::fabs(quotient) ||
-           quotient == n;
+/// True where step 3 takes a quotient's magnitude as an integer, for those below the square of
+/// `quotientBound`.
+template <Value V>
+MaskOf<V> IsNearInteger(V quotient) {
+    using C = RemainderConstants<ElementOf<V>>;
+    // Of halves either neighbour will do.
+    const V nearest = (quotient + integerBound<ElementOf<V>>)-integerBound<ElementOf<V>>;
+    return LessEqual(Abs(quotient - nearest), C::tolerance * quotient);
 }
 
-/// Step 3 on the remainder r of x and y, where `zero` is the zero of the family.
-template <class T>
-T WithTolerance(T r, T x, T y, T zero) {
-    const bool finite = std::fabs(x) < infinity<T> && std::fabs(y) < infinity<T>;
-    if (r == 0 || !finite || IsInteger(y) || !IsNearInteger(x / y)) {
-        return r;
-    }
-    return zero;
-}
-
-/// What both families share on lanes.
-struct RemainderPhases {
+/// The remainder of a family of which `Sign` gives the rules of signs.
+template <class Sign>
+struct RemainderKernel {
     template <Value V>
     struct Division {
         V x, y, quotient;
@@ -95,60 +89,109 @@ struct RemainderPhases {
     template <Value V>
     static Division<V> First(V x, V y, MaskOf<V>& rare) {
         using C = RemainderConstants<ElementOf<V>>;
-        constexpr std::uint32_t lift = 0x80000000 - C::largestDivisorWord;
         const V quotient = Abs(x) / Abs(y);
-        rare |= NotLess(quotient, Broadcast<V>(C::quotientBound)) |
-                SignedLess(Words(Abs(y)) + lift, C::smallestDivisorWord + lift);
+        rare |= NotLess(quotient, Broadcast<V>(C::quotientBound)) | IsExtreme(y);
         return {x, y, quotient};
     }
 
-protected:
-    /// The remainder of the magnitudes, after step 3.
     template <Value V>
-    static V Magnitude(const Division<V>& d) {
-        using T = ElementOf<V>;
-        using C = RemainderConstants<T>;
-        const V x = Abs(d.x);
+    static V Next(const Division<V>& d) {
         const V y = Abs(d.y);
-        const V n = TruncateSmall(d.quotient);
-        const V upper = FromBits<V>(Bits(y) & C::upperBits);
+        const V remainder = Remainder(Abs(d.x), y, d.quotient);
+        return Sign::Give(Drop(IsNearInteger(d.quotient) & IsFraction(y), remainder), d.x, d.y);
+    }
+
+    /// Two steps, and the quotients that are integers by their size.
+    template <Value V>
+    static V Second(V x, V y, MaskOf<V>& rare) {
+        using T = ElementOf<V>;
+        constexpr T step = RemainderConstants<T>::quotientBound;
+        const V ax = Abs(x);
+        const V ay = Abs(y);
+        const V quotient = ax / ay;
+        const V rest = Remainder(ax, ay * step, quotient * (1 / step));
+        const V remainder = Remainder(rest, ay, rest / ay);
+        const MaskOf<V> large = NotLess(quotient, Broadcast<V>(step * step));
+        const MaskOf<V> fraction = IsFraction(ay);
+        rare |= IsExtreme(y) | NotLess(ax, Broadcast<V>(infinity<T>)) | (large & ~fraction);
+        return Sign::Give(Drop((large | IsNearInteger(quotient)) & fraction, remainder), x, y);
+    }
+
+    template <class T>
+    static T Entry(T x, T y) {
+        constexpr T step = RemainderConstants<T>::quotientBound;
+        if (std::fabs(x) < infinity<T> && !IsInteger(y)) {
+            const T quotient = std::fabs(x / y);
+            if (quotient >= step * step || IsNearInteger(quotient)) {
+                return WithSignOf(T{0}, Sign::Giver(x, y));
+            }
+        }
+        return Sign::Remainder(x, y);
+    }
+
+private:
+    template <Value V>
+    static MaskOf<V> IsExtreme(V y) {
+        using C = RemainderConstants<ElementOf<V>>;
+        constexpr std::uint32_t lift = 0x80000000 - C::largestDivisorWord;
+        return SignedLess(Words(Abs(y)) + lift, C::smallestDivisorWord + lift);
+    }
+
+    template <Value V>
+    static MaskOf<V> IsFraction(V y) {
+        using T = ElementOf<V>;
+        return NotEqual((y + integerBound<T>)-integerBound<T>, y);
+    }
+
+    /// Step 1.
+    template <Value V>
+    static V Remainder(V x, V y, V quotient) {
+        const V n = TruncateSmall(quotient);
+        const V upper = FromBits<V>(Bits(y) & RemainderConstants<ElementOf<V>>::upperBits);
         const V difference = (x - n * upper) - n * (y - upper);
-        const V remainder = difference + Keep(Less(difference, V{}), y);
-        const MaskOf<V> up = LessEqual(Broadcast<V>(T{0.5}), d.quotient - n);
-        const V nearest = n + Keep(up, Broadcast<V>(1));
-        const MaskOf<V> near = LessEqual(Abs(d.quotient - nearest), C::tolerance * d.quotient);
-        const MaskOf<V> fraction = NotEqual((y + integerBound<T>)-integerBound<T>, y);
-        return Drop(near & fraction, remainder);
+        return difference + Keep(Less(difference, V{}), y);
     }
 };
 
-struct RemKernel : RemainderPhases {
+struct SignOfDividend {
+    template <class T>
+    static T Giver(T x, T) {
+        return x;
+    }
+
     template <Value V>
-    static V Next(const Division<V>& d) {
-        return WithSignOf(Magnitude(d), d.x);
+    static V Give(V magnitude, V x, V) {
+        return WithSignOf(magnitude, x);
     }
 
     template <class T>
-    static T Entry(T x, T y) {
-        return WithTolerance(std::fmod(x, y), x, y, std::copysign(T{0}, x));
+    static T Remainder(T x, T y) {
+        return std::fmod(x, y);
     }
 };
 
-struct ModKernel : RemainderPhases {
+struct SignOfDivisor {
+    template <class T>
+    static T Giver(T, T y) {
+        return y;
+    }
+
     template <Value V>
-    static V Next(const Division<V>& d) {
-        const V magnitude = Magnitude(d);
-        const MaskOf<V> differ = SignMask(FromBits<V>(Bits(d.x) ^ Bits(d.y)));
-        const V sum = WithSignOf(magnitude, d.x) + Keep(differ, d.y);
+    static V Give(V magnitude, V x, V y) {
+        const MaskOf<V> differ = SignMask(FromBits<V>(Bits(x) ^ Bits(y)));
+        const V sum = WithSignOf(magnitude, x) + Keep(differ, y);
         // A result has the sign of the divisor, zero or not.
-        return WithSignOf(Drop(Equal(magnitude, V{}), sum), d.y);
+        return WithSignOf(Drop(Equal(magnitude, V{}), sum), y);
     }
 
     template <class T>
-    static T Entry(T x, T y) {
-        return WithTolerance(KernelMod(x, y), x, y, std::copysign(T{0}, y));
+    static T Remainder(T x, T y) {
+        return KernelMod(x, y);
     }
 };
+
+using RemKernel = RemainderKernel<SignOfDividend>;
+using ModKernel = RemainderKernel<SignOfDivisor>;
 
 } // namespace nx::real
 
