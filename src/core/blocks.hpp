@@ -141,7 +141,11 @@ bool EvaluateNear(T* out, unsigned long count, Sources... in) {
     constexpr unsigned long lanes = Lanes<V>::count;
     MaskOf<V> outside{};
     decltype(Near::First(Load<V>(in)..., outside)) states[blockVectors];
-    for (unsigned long j = 0; j < count / lanes; ++j) {
+    states[0] = Near::First(Load<V>(in)..., outside);
+    if (Any<V>(outside)) {
+        return false;
+    }
+    for (unsigned long j = 1; j < count / lanes; ++j) {
         states[j] = Near::First(Load<V>(in + j * lanes)..., outside);
     }
     if (Any<V>(outside)) {

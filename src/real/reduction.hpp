@@ -567,6 +567,38 @@ template <Value V>
     return reduced;
 }
 
+/// A first step on lanes: what is left, and where that is the remainder.
+template <Value V>
+struct FirstStep {
+    V fn, r;
+    Reduced<V> reduced;
+    MaskOf<V> certain, done;
+};
+
+/// Lanes that the first step alone does not serve: a second one, and the scalar function where that
+/// does not do.
+template <Value V>
+[[gnu::noinline]] Reduced<V> ReduceFurther(V x, FirstStep<V> step, MaskOf<V>& rare) {
+    using C = ReductionConstants<ElementOf<V>>;
+    const auto& [fn, r, first, certain, done] = step;
+    const V w2 = fn * C::pio2_2;
+    const V r2 = r - w2;
+    const V rest = fn * C::pio2_2t - ((r - r2) - w2);
+    const V head2 = r2 - rest;
+    // Whether the exponent falls too far, by comparing powers of two.
+    const V exponentOfX = FromBits<V>(Bits(x) & C::exponentMask);
+    const V exponentOfHead = FromBits<V>(Bits(first.head) & C::exponentMask);
+    const MaskOf<V> again = Less(exponentOfHead * C::firstLossRatio, exponentOfX);
+    const MaskOf<V> many = LessEqual(Broadcast<V>(32), Abs(fn));
+    const MaskOf<V> enough = Not(again) | LessEqual(Broadcast<V>(C::tinyHead), Abs(head2));
+    const MaskOf<V> served =
+        done | (many & certain & enough & Less(Abs(x), Broadcast<V>(C::mediumBound)));
+    const MaskOf<V> second = again & Not(done);
+    const Reduced<V> reduced{Select(second, head2, first.head),
+                             Select(second, (r2 - head2) - rest, first.tail), first.quadrant};
+    return All<V>(served) ? reduced : ReduceRest(x, reduced, served, rare);
+}
+
 /// The reduction on lanes; what `IsReduced` stays as it is. Rare: a tiny remainder.
 ///
 /// The nearest integer comes from adding and subtracting 1.5 * 2^52 (`float` 1.5 * 2^23). It can be
@@ -575,7 +607,8 @@ template <Value V>
 /// that of the range with a formula of its own. A head of `kept` times |x| or more is too large for a
 /// multiple of pi/2 by the tables, and for a second step, except from n = 32 on in `float`.
 template <Value V>
-Reduced<V> ReduceLanes(V x, MaskOf<V>& rare) {
+// A call for each vector would cost a third of a sine.
+[[gnu::always_inline]] inline Reduced<V> ReduceLanes(V x, MaskOf<V>& rare) {
     using C = ReductionConstants<ElementOf<V>>;
     const V quadrant = x * C::invpio2 + C::toInteger;
     const V fn = quadrant - C::toInteger;
@@ -591,26 +624,7 @@ Reduced<V> ReduceLanes(V x, MaskOf<V>& rare) {
     if constexpr (Floats<V>) {
         done &= Less(t, Broadcast<V>(C::manyBound));
     }
-    if (All<V>(done)) [[likely]] {
-        return first;
-    }
-
-    const V w2 = fn * C::pio2_2;
-    const V r2 = r - w2;
-    const V rest = fn * C::pio2_2t - ((r - r2) - w2);
-    const V head2 = r2 - rest;
-    // Whether the exponent falls too far, by comparing powers of two.
-    const V exponentOfX = FromBits<V>(Bits(x) & C::exponentMask);
-    const V exponentOfHead = FromBits<V>(Bits(head) & C::exponentMask);
-    const MaskOf<V> again = Less(exponentOfHead * C::firstLossRatio, exponentOfX);
-    const MaskOf<V> many = LessEqual(Broadcast<V>(32), Abs(fn));
-    const MaskOf<V> enough = Not(again) | LessEqual(Broadcast<V>(C::tinyHead), Abs(head2));
-    const MaskOf<V> served =
-        done | (many & certain & enough & Less(t, Broadcast<V>(C::mediumBound)));
-    const MaskOf<V> second = again & Not(done);
-    const Reduced<V> reduced{Select(second, head2, head),
-                             Select(second, (r2 - head2) - rest, first.tail), quadrant};
-    return All<V>(served) ? reduced : ReduceRest(x, reduced, served, rare);
+    return All<V>(done) ? first : ReduceFurther<V>(x, {fn, r, first, certain, done}, rare);
 }
 
 } // namespace nx::real

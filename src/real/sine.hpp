@@ -1,10 +1,12 @@
 // Sine and cosine, in `double` and in `float`.
 //
 // 1. x = n * pi/2 + head + tail, see reduction.hpp; below about pi/4 head is x.
-// 2. sin(head + tail) = head - ((tail / 2 - v * r) * z - tail + v / 6), with z = head^2, v = head^3
-//    and a polynomial r of z. Without a tail, head + v * (z * r - 1/6) has fewer operations.
-// 3. cos(head + tail) = 1 - (z / 2 - r), with r = z^2 * p - head * tail and a polynomial p of z. From
-//    0.3 on, about head / 4 is taken from 1 and from z / 2 first, exactly, so that less is rounded.
+// 2. sin(head + tail) = head + (-v / 6 - ((tail / 2 - v * r) * z - tail)), with z = head^2,
+//    v = head^3 and a polynomial r of z. Without a tail, head + v * (z * r - 1/6) has fewer
+//    operations.
+// 3. cos(head + tail) = 1 - (z / 2 - r), with r = z^2 * p - head * tail and a polynomial p of z.
+//    From 0.3 on, about head / 4 is taken from 1 and from z / 2 first, exactly, so that less is
+//    rounded.
 // 4. Odd n swap the two; bit 1 of n, for the cosine that of n + 1, is the sign.
 #ifndef NX_REAL_SINE_HPP
 #define NX_REAL_SINE_HPP
@@ -85,20 +87,20 @@ V CosinePolynomial(V z) {
     }
 }
 
-/// sin(head + tail). What a tiny head gives is head, unless there is a tail.
+/// What sin(head + tail) is more than head.
 template <Value V>
-V SumSine(V head, V tail, V r) {
+V SineTerm(V head, V tail, V r) {
     using T = ElementOf<V>;
     const V z = head * head;
     const V v = z * head;
-    return head - (((T{0.5} * tail - v * r) * z - tail) - v * SineConstants<T>::S1);
+    return v * SineConstants<T>::S1 - ((T{0.5} * tail - v * r) * z - tail);
 }
 
-/// sin(x) without a tail. Only the sign of a zero is not right.
+/// What sin(x) is more than x, without a tail.
 template <Value V>
-V SumNearSine(V x, V r) {
+V NearSineTerm(V x, V r) {
     const V z = x * x;
-    return x + (z * x) * (r * z + SineConstants<ElementOf<V>>::S1);
+    return (z * x) * (r * z + SineConstants<ElementOf<V>>::S1);
 }
 
 /// cos(head + tail). What a tiny head gives is 1.
@@ -109,11 +111,13 @@ V SumCosine(V head, V tail, V p) {
     const V z = head * head;
     const V r = (p * z) * z - head * tail;
     const V half = z * T{0.5};
-    const V size = Abs(head);
-    // 0 below `splitFrom`. The fixed amount is more than any head / 4 before it.
+    // 0 below `splitFrom`. The fixed amount is more than any head / 4 before it. Rounded squares tell
+    // the values next to either bound apart, so that z serves in place of the size.
     const V quarter = FromBits<V>(Bits(head) & C::splitMask) * T{0.25};
-    const V fixed = Keep(Less(Broadcast<V>(C::splitFixed), size), Broadcast<V>(T{0.28125}));
-    const V taken = Greater(Drop(Less(size, Broadcast<V>(C::splitFrom)), quarter), fixed);
+    const V fixed =
+        Keep(Less(Broadcast<V>(C::splitFixed * C::splitFixed), z), Broadcast<V>(T{0.28125}));
+    const V taken =
+        Greater(Drop(Less(z, Broadcast<V>(C::splitFrom * C::splitFrom)), quarter), fixed);
     return (T{1} - taken) - ((half - taken) - r);
 }
 
@@ -122,7 +126,7 @@ V SumCosine(V head, V tail, V p) {
 /// sin(x + y).
 template <class T>
 T KernelSin(T x, T y) {
-    return std::fabs(x) < SineConstants<T>::tiny ? x : SumSine(x, y, SinePolynomial(x * x));
+    return std::fabs(x) < SineConstants<T>::tiny ? x : x + SineTerm(x, y, SinePolynomial(x * x));
 }
 
 /// cos(x + y).
@@ -149,7 +153,7 @@ T KernelCos(T x, T y) {
 /// sin(x) for an x that `IsReduced`.
 template <class T>
 T NearSine(T x) {
-    return std::fabs(x) < SineConstants<T>::tiny ? x : SumNearSine(x, SinePolynomial(x * x));
+    return std::fabs(x) < SineConstants<T>::tiny ? x : x + NearSineTerm(x, SinePolynomial(x * x));
 }
 
 /// The sine of a reduced argument after n quadrants; with n + 1 it is the cosine.
@@ -206,13 +210,14 @@ struct ReducedPhases {
         return {y, SinePolynomial(z), CosinePolynomial(z)};
     }
 
-    /// The sine of what is left, with its sign that of head; below pi/4 in the form without a tail.
+    /// The sine of what is left: for n = 0 in the form without a tail. Its sign is that of head.
     template <class V>
     static V SineOfRemainder(const Polynomials<V>& s) {
         const auto& [head, tail, quadrant] = s.y;
-        const V zero = Broadcast<V>(ReductionConstants<ElementOf<V>>::toInteger);
-        return Select(Equal(quadrant, zero), WithSignOf(SumNearSine(head, s.r), head),
-                      SumSine(head, tail, s.r));
+        const MaskOf<V> near =
+            Equal(quadrant, Broadcast<V>(ReductionConstants<ElementOf<V>>::toInteger));
+        const V term = Select(near, NearSineTerm(head, s.r), SineTerm(head, tail, s.r));
+        return WithSignOf(head + term, head);
     }
 };
 
@@ -228,7 +233,7 @@ struct SinKernel : ReducedPhases {
 
         template <class V>
         static V Next(const NearArgument<V>& s) {
-            return WithSignOf(SumNearSine(s.x, SinePolynomial(s.x * s.x)), s.x);
+            return WithSignOf(s.x + NearSineTerm(s.x, SinePolynomial(s.x * s.x)), s.x);
         }
     };
 
@@ -270,7 +275,7 @@ struct CosKernel : ReducedPhases {
     static V Next(const Polynomials<V>& s) {
         const auto n = Bits(s.y.quadrant);
         const V cosine = SumCosine(s.y.head, s.y.tail, s.p);
-        const V sine = SumSine(s.y.head, s.y.tail, s.r);
+        const V sine = s.y.head + SineTerm(s.y.head, s.y.tail, s.r);
         return FlipByQuadrant(Select(IsOdd<V>(n), sine, cosine), n + 1);
     }
 

@@ -142,18 +142,21 @@ T KernelTan(int iy, T x, T y) {
 }
 
 struct TanKernel {
-    /// x and y of step 2, without the sign of the remainder.
+    /// x and y of step 2, without the sign of the remainder, and what they come from.
     template <Value V>
     struct Argument {
-        V x, y;
-        BitsOf<V> sign;
-        MaskOf<V> odd, big;
+        V x, y, head, quadrant;
     };
 
     template <Value V>
     struct Evaluated {
         Argument<V> a;
         V polynomial;
+    };
+
+    template <Value V>
+    struct Divided {
+        V x, r, quotient, head, quadrant;
     };
 
     struct Near {
@@ -175,16 +178,20 @@ struct TanKernel {
         return ReduceLanes(x, rare);
     }
 
+    /// In `float` the polynomial is too short for a phase of its own.
     template <class V>
-    static Argument<V> Next(const Reduced<V>& y) {
-        using T = ElementOf<V>;
-        using C = TangentConstants<T>;
-        const BitsOf<V> sign = Bits(y.head) & signBit<T>;
+    static auto Next(const Reduced<V>& y) {
+        using C = TangentConstants<ElementOf<V>>;
         const V x = Abs(y.head);
-        const V tail = FromBits<V>(Bits(y.tail) ^ sign);
-        const MaskOf<V> big = LessEqual(Broadcast<V>(C::big), x);
+        const V tail = FromBits<V>(Bits(y.tail) ^ Sign(y.head));
+        const MaskOf<V> big = IsBig(y.head);
         const V rest = (C::pio4lo - tail) + (C::pio4 - x);
-        return {Select(big, rest, x), Drop(big, tail), sign, IsOdd<V>(Bits(y.quadrant)), big};
+        const Argument<V> argument{Select(big, rest, x), Drop(big, tail), y.head, y.quadrant};
+        if constexpr (Floats<V>) {
+            return Next(argument);
+        } else {
+            return argument;
+        }
     }
 
     template <class V>
@@ -193,17 +200,25 @@ struct TanKernel {
     }
 
     template <class V>
-    static V Next(const Evaluated<V>& s) {
-        const auto& [x, y, sign, odd, big] = s.a;
+    static Divided<V> Next(const Evaluated<V>& s) {
+        const auto& [x, y, head, quadrant] = s.a;
+        const MaskOf<V> big = IsBig(head);
         const V r = TangentRest(x, y, s.polynomial);
         const V v = x + r;
-        const V f = Select(odd, Broadcast<V>(-1), Broadcast<V>(1));
         // One division serves v^2 / (v + f) and -1 / v.
-        const V quotient = Select(big, v * v, Broadcast<V>(-1)) / (v + Keep(big, f));
+        return {x, r, Select(big, v * v, Broadcast<V>(-1)) / (v + Keep(big, Factor(quadrant))),
+                head, quadrant};
+    }
+
+    template <class V>
+    static V Next(const Divided<V>& s) {
+        const auto& [x, r, quotient, head, quadrant] = s;
+        const V v = x + r;
+        const V f = Factor(quadrant);
         const V bracket = x - (quotient - r);
         const V nearPio4 = f - (bracket + bracket);
-        const V small = Select(odd, MinusReciprocal(x, r, v, quotient), v);
-        return FromBits<V>(Bits(Select(big, nearPio4, small)) ^ sign);
+        const V small = Select(IsOdd<V>(Bits(quadrant)), MinusReciprocal(x, r, v, quotient), v);
+        return FromBits<V>(Bits(Select(IsBig(head), nearPio4, small)) ^ Sign(head));
     }
 
     template <class T>
@@ -214,6 +229,25 @@ struct TanKernel {
         T y[2];
         const int n = ReducePio2(x, y);
         return KernelTan(1 - 2 * (n & 1), y[0], y[1]);
+    }
+
+private:
+    /// 1, and -1 for an odd quadrant.
+    template <class V>
+    static V Factor(V quadrant) {
+        using T = ElementOf<V>;
+        return FromBits<V>(Bits(quadrant) << (8 * sizeof(T) - 1) | Pattern(T{1}));
+    }
+
+    template <class V>
+    static BitsOf<V> Sign(V head) {
+        return Bits(head) & signBit<ElementOf<V>>;
+    }
+
+    /// Where step 4 is taken.
+    template <class V>
+    static MaskOf<V> IsBig(V head) {
+        return LessEqual(Broadcast<V>(TangentConstants<ElementOf<V>>::big), Abs(head));
     }
 };
 
