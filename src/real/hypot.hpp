@@ -95,9 +95,9 @@ Sides<V> Sort(V x, V y) {
 }
 
 struct HypotKernel {
-    /// Sides that need no scale. Those far apart need no test: the lesser square is lost in the sum,
-    /// and the root's error is below half a place of a. So the sum of the sides alone decides: where
-    /// it is in range, a lesser side that would need a scale is far apart.
+    /// Sides that need no scale. Those far apart need no test: the lesser square is lost in the
+    /// sum, and the root's error is below half a place of a. So the sum of the sides alone decides:
+    /// where it is in range, a lesser side that would need a scale is far apart.
     struct Near {
         template <Value V>
         static Sides<V> First(V x, V y, MaskOf<V>& rare) {

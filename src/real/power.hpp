@@ -3,13 +3,14 @@
 // 1. |x| = 2^n * m with m next to c, which is 1 or 1.5. With s = (m - c) / (m + c),
 //    log2(|x|) = n + log2(c) + 2 atanh(s) / ln 2, in head and tail: every value has its upper half
 //    split off where products of it have to be exact.
-// 2. The product with y is taken in head and tail too. k is the nearest integer, f the rest.
-// 3. With z = f * ln 2, e^z = 1 + z + z * c / (2 - c) as in the exponential; the result is 2^k * e^z.
+// 2. y * log2(|x|), in head and tail too, is k + f with k the integer next to it.
+// 3. With z = f * ln 2, e^z = 1 + z + z * c / (2 - c) as in the exponential. |x|^y is 2^k * e^z.
 //
 // The exponents 2, 1, 0, -1 and 0.5, of which data is full, are one operation each.
 #ifndef NX_REAL_POWER_HPP
 #define NX_REAL_POWER_HPP
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <concepts>
@@ -32,7 +33,8 @@ struct PowerConstants;
 
 template <>
 struct PowerConstants<double> {
-    /// 2 atanh(s) / s = 2 + s^2 * 2/3 + ..., times 3/2 and less the terms before s^4, on |s| < 0.102.
+    /// 2 atanh(s) / s = 2 + s^2 * 2/3 + ..., times 3/2 and less the terms before s^4, on
+    /// |s| < 0.102.
     static constexpr double L1 = Pinned(0.5999999999999946, 0x3FE3333333333303);
     static constexpr double L2 = Pinned(0.4285714285785502, 0x3FDB6DB6DB6FABFF);
     static constexpr double L3 = Pinned(0.33333332981837743, 0x3FD55555518F264D);
@@ -57,8 +59,8 @@ struct PowerConstants<double> {
     static constexpr double lg2Lo = Pinned(-1.904654299957768e-09, 0xBE205C610CA86C39);
     static constexpr double third = Pinned(0.3333333333333333, 0x3FD5555555555555);
 
-    /// A base-2 logarithm of the result above `overflow` gives infinity, one below `underflow` zero;
-    /// at the two themselves the tails decide, with `ovt` more at the upper one.
+    /// A base-2 logarithm of the result above `overflow` gives infinity, one below `underflow`
+    /// zero; at the two themselves the tails decide, with `ovt` more at the upper one.
     static constexpr double overflow = 1024;
     static constexpr double underflow = -1075;
     static constexpr double ovt = Pinned(8.008566259537294e-17, 0x3C971547652B82FE);
@@ -81,8 +83,8 @@ struct PowerConstants<double> {
     static constexpr double lanes = 1016;
     static constexpr double smallestLog = 0x1p-19;
     static constexpr double lineError = 0.0862;
-    /// The upper word of 2 less that of 1.
-    static constexpr double word = 0x1p20;
+    /// The upper word of 2 less that of 1, as a value.
+    static constexpr double octave = 0x1p20;
 };
 
 template <>
@@ -115,14 +117,15 @@ struct PowerConstants<float> {
 
     static constexpr std::uint32_t carry = 0x800000 - 6140887;
     static constexpr float upperFrom = std::bit_cast<float>(UINT32_C(0x3F800000) + 1885298);
-    /// Here the pattern of the sum is 0x3C0000 short, which is part of the result's definition. That
-    /// and a product of 13 by 12 bits in the head are where the large errors of `float` come from.
+    /// Here the pattern of the sum is 0x3C0000 short, which is part of the result's definition.
+    /// That and a product of 13 by 12 bits in the head are where the large errors of `float` come
+    /// from.
     static constexpr std::uint32_t sumStep = 0x00440000;
 
     static constexpr float lanes = 125;
     static constexpr float smallestLog = 0x1p-20f;
     static constexpr float lineError = 0.0862f;
-    static constexpr float word = 0x1p23f;
+    static constexpr float octave = 0x1p23f;
 };
 
 struct PowerKernel {
@@ -142,16 +145,16 @@ struct PowerKernel {
     };
 
     /// Rare: x not positive and normal; a settled exponent; a result that may not be normal, or an
-    /// exponent that may be large. The upper word of x is the line through log2 at the powers of two,
-    /// from which log2 is away by no more than 0.0861, and near 1 by a factor of 1 / ln 2.
+    /// exponent that may be large.
     template <Value V>
     static Argument<V> First(V x, V y, MaskOf<V>& rare) {
         using T = ElementOf<V>;
         using C = PowerConstants<T>;
-        const V line = Abs(ValueOf<V>(Bits(x) >> (8 * sizeof(T) - 32), UpperWord(T{1})));
-        const V log =
-            Lesser(line + C::word * C::lineError, line * C::ivln2 + C::word * C::smallestLog);
-        rare |= NotPositiveNormal(x) | NotLess(log * Abs(y), Broadcast<V>(C::word * C::lanes)) |
+        const V line = Line(x);
+        // The range of `double` is so large that the shorter bound cuts off no more than results
+        // beyond 2^704.
+        const V log = Doubles<V> ? LogBoundNearOne(line) : LogBound(line);
+        rare |= NotPositiveNormal(x) | NotLess(log * Abs(y), Broadcast<V>(C::octave * C::lanes)) |
                 Equal(y, Broadcast<V>(2)) | Equal(Abs(y), Broadcast<V>(1)) |
                 Equal(y, Broadcast<V>(T{0.5}));
         return Split(x, y);
@@ -220,7 +223,7 @@ struct PowerKernel {
         x.tail = tail - (((x.head - x.n) - dpHi) - head);
     }
 
-    /// That times y, and the integer k next to it.
+    /// That times y. What was n becomes k plus `toInteger`.
     template <Value V>
     static void Next(State<V>& x, Phase<4>) {
         Multiply(x);
@@ -250,12 +253,16 @@ struct PowerKernel {
         return FromBits<V>(Bits(Exponential(x)) + ExponentStep<V>(Bits(x.n)));
     }
 
-    /// The settled exponents, and with |x|^y given as `power` the other real powers of negative numbers
-    /// and of zeros.
+    /// The settled exponents, and with |x|^y given as `power` the other real powers of negative
+    /// numbers, those of zeros and infinities, and those that overflow or underflow by far.
     template <Value V>
     static V Second(V x, V y, V power, MaskOf<V>& rare) {
         using T = ElementOf<V>;
+        using C = PowerConstants<T>;
         constexpr T toInteger = ExpConstants<T>::toInteger;
+        const V ax = Abs(x);
+        const V ay = Abs(y);
+        const V line = Line(ax);
         const MaskOf<V> negative = Less(x, V{});
         const MaskOf<V> square = Equal(y, Broadcast<V>(2));
         const MaskOf<V> root = Equal(y, Broadcast<V>(T{0.5}));
@@ -264,20 +271,28 @@ struct PowerKernel {
         const MaskOf<V> settled = square | root | inverse | same;
         const V one = Select(square, x * x, Select(root, Sqrt(x + T{0}), T{1} / x));
 
+        const MaskOf<V> far = LessEqual(Broadcast<V>(C::octave * (1 - C::underflow)),
+                                        (line - C::octave * C::lineError) * ay);
+        const MaskOf<V> isLimit =
+            far | ((Equal(x, V{}) | Equal(ax, Broadcast<V>(infinity<T>))) & Less(V{}, ay));
+        const MaskOf<V> vanishes = Less(Broadcast<V>(1), ax) ^ Less(V{}, y);
+        const V limit = Drop(vanishes, Broadcast<V>(infinity<T>));
+
         // The lowest bit of y on top of `toInteger` tells odd from even.
         const V shifted = y + toInteger;
         const MaskOf<V> fraction = NotEqual(shifted - toInteger, y);
         const V odd = FromBits<V>(Bits(shifted) << (8 * sizeof(T) - 1) & Bits(x));
-        const MaskOf<V> zero = Equal(x, V{}) & NotEqual(y, V{});
-        const V limit = Keep(Less(y, V{}), Broadcast<V>(infinity<T>));
-        const V other = FromBits<V>(Bits(Select(zero, limit, power)) | Bits(Drop(fraction, odd)));
+        const V general =
+            FromBits<V>(Bits(Select(isLimit, limit, power)) | Bits(Drop(fraction, odd)));
 
-        MaskOf<V> unserved{};
-        (void)First(Abs(x), y, unserved);
-        unserved = (unserved & Not(zero)) | NotLess(Abs(y), Broadcast<V>(toInteger / 4)) |
-                   (negative & fraction);
-        rare |= (unserved & Not(settled)) | (root & negative);
-        return Select(same, x, Select(settled, one, other));
+        const MaskOf<V> inexact = NotPositiveNormal(ax) |
+                                  NotLess(LogBound(line) * ay, Broadcast<V>(C::octave * C::lanes));
+        // No parity is taken here from a large exponent, which gives limits without a sign.
+        const MaskOf<V> large = NotLess(ay, Broadcast<V>(std::min(C::large, toInteger / 4)));
+        const MaskOf<V> unserved = (inexact & ~isLimit) | (large & ~(isLimit & Less(V{}, x))) |
+                                   (negative & fraction) | IsNaN(x);
+        rare |= (unserved & ~settled) | (root & negative);
+        return Select(same, x, Select(settled, one, general));
     }
 
     /// A block in which all exponents are one of those, done at once; or false.
@@ -289,11 +304,11 @@ struct PowerKernel {
             return false;
         }
         using V = Vector<T>;
-        MaskOf<V> other{};
+        MaskOf<V> differs{};
         for (unsigned long i = 0; i < count; i += Lanes<V>::count) {
-            other |= NotEqual(Load<V>(y + i), Broadcast<V>(exponent));
+            differs |= NotEqual(Load<V>(y + i), Broadcast<V>(exponent));
         }
-        if (Any<V>(other)) {
+        if (Any<V>(differs)) {
             return false;
         }
         const auto map = [=](auto operation) {
@@ -315,10 +330,11 @@ struct PowerKernel {
         if (exponent == -1) {
             return map([](V v) { return T{1} / v; });
         }
+        MaskOf<V> negative{};
         for (unsigned long i = 0; i < count; i += Lanes<V>::count) {
-            other |= Less(Load<V>(x + i), V{});
+            negative |= Less(Load<V>(x + i), V{});
         }
-        return !Any<V>(other) && map([](V v) { return Sqrt(v + T{0}); });
+        return !Any<V>(negative) && map([](V v) { return Sqrt(v + T{0}); });
     }
 
     template <class T>
@@ -369,6 +385,28 @@ struct PowerKernel {
     }
 
 private:
+    /// For a positive x, its upper word less that of 1, without sign: the line through |log2(x)| at
+    /// the powers of two, with 1 as `octave`. |log2(x)| is away from it by no more than 0.0861.
+    template <Value V>
+    static V Line(V x) {
+        using T = ElementOf<V>;
+        return Abs(ValueOf<V>(Bits(x) >> (8 * sizeof(T) - 32), UpperWord(T{1})));
+    }
+
+    /// What |log2(x)| is below near 1, where it is above the line by a factor of up to 1 / ln 2.
+    template <Value V>
+    static V LogBoundNearOne(V line) {
+        using C = PowerConstants<ElementOf<V>>;
+        return line * C::ivln2 + C::octave * C::smallestLog;
+    }
+
+    /// What |log2(x)| is below.
+    template <Value V>
+    static V LogBound(V line) {
+        using C = PowerConstants<ElementOf<V>>;
+        return Lesser(line + C::octave * C::lineError, LogBoundNearOne(line));
+    }
+
     /// True where c is 1.5.
     template <Value V>
     static MaskOf<V> IsUpper(const State<V>& x) {

@@ -1,10 +1,10 @@
 // The two remainders: `Rem` with the sign of the dividend, `Mod` with the sign of the divisor.
 //
-// 1. The remainder of the magnitudes is exact. On lanes, for quotients below 2^26 (2^11 in `float`):
-//    n is the truncated quotient, |y| is the sum of two halves whose products with n are exact, and
-//    |x| less both products is exact, too. Rounding may have lifted the quotient to the next integer;
-//    then |y| is added back. Quotients up to the square of that are taken in two steps, the first one
-//    by 2^26 |y|.
+// 1. The remainder of the magnitudes is exact. On lanes, for quotients below 2^26 (2^11 in
+//    `float`): n is the truncated quotient, |y| is the sum of two halves whose products with n are
+//    exact, and |x| less both products is exact, too. Rounding may have lifted the quotient to the
+//    next integer; then |y| is added back. Quotients up to the square of that bound are taken in
+//    two steps, the first one by |y| times the bound.
 // 2. `Mod` adds the divisor where the signs differ: the one rounded operation.
 // 3. Where the divisor is no integer, a quotient within rounding of an integer counts as exact, and
 //    the result is a zero: 0.3 is a multiple of 0.1 here. From 2^52 (2^22) on all are.
