@@ -2,6 +2,7 @@
 #include "array/domain_cases.hpp"
 #include "elementwise/arithmetic_cases.hpp"
 #include "minmax/selection_cases.hpp"
+#include "real/pair_cases.hpp"
 #include "support/guarded.hpp"
 #include "support/same.hpp"
 
@@ -27,10 +28,8 @@ bool AllEqual(const T* p, std::size_t count, long stride, T value) {
 }
 
 template <class TDst, class TA, class TB>
-void CheckBinary(const char* name, BinaryCall<TDst, TA, TB> call) {
+void CheckBinary(const char* name, BinaryCall<TDst, TA, TB> call, TA x = 3, TB y = 2) {
     const GuardedPages dstPage, aPage, bPage;
-    TA x = 3;
-    TB y = 2;
     TDst want{};
     call(&want, &x, &y, 1, 1, 1, 1);
     for (const BinaryShape& shape : binaryShapes) {
@@ -57,9 +56,8 @@ void CheckBinary(const char* name, BinaryCall<TDst, TA, TB> call) {
 
 /// The destination is source a, and then source b.
 template <class T>
-void CheckBinaryInPlace(const char* name, BinaryCall<T, T, T> call) {
+void CheckBinaryInPlace(const char* name, BinaryCall<T, T, T> call, T x = 3, T y = 2) {
     const GuardedPages dstPage, otherPage;
-    T x = 3, y = 2;
     T wantOverA{}, wantOverB{};
     call(&wantOverA, &x, &y, 1, 1, 1, 1);
     call(&wantOverB, &y, &x, 1, 1, 1, 1);
@@ -129,6 +127,26 @@ void CheckUnaryStop(const char* name, UnaryCall<T, T> call) {
     }
 }
 
+/// The pair that stops is the last one before the guard, and in place.
+template <class T>
+void CheckPowerMaybeStop() {
+    const GuardedPages aPage, bPage;
+    for (const long stride : {1L, 2L, -1L}) {
+        for (const Placement place : placements) {
+            for (std::size_t count = 1; count <= mostElements; ++count) {
+                T* a = aPage.Place<T>(count, stride, place);
+                T* b = bPage.Place<T>(count, stride, place);
+                Fill(a, count, stride, T{-2});
+                Fill(b, count, stride, T{3});
+                b[static_cast<long>(count - 1) * stride] = T{0.5};
+                ASSERT_EQ((PowerMaybe<T, T, T>(a, a, b, AsStride(stride), AsStride(stride),
+                                               AsStride(stride), count)),
+                          1u);
+            }
+        }
+    }
+}
+
 template <class T>
 class GuardPages : public ::testing::Test {};
 
@@ -156,6 +174,16 @@ TYPED_TEST(GuardPages, HoldForDomainReporting) {
     }
 }
 
+/// In place with what lanes do, and with what is done singly or in a second range.
+TYPED_TEST(GuardPages, HoldForRealPairsInPlace) {
+    using T = TypeParam;
+    for (const auto& row : realPairCases<T, T, T>) {
+        CheckBinaryInPlace<T>(row.name, row.call, T{3}, T{1.25});
+        CheckBinaryInPlace<T>(row.name, row.call, T{0x1p100}, T{2.5});
+    }
+    CheckPowerMaybeStop<T>();
+}
+
 template <class M>
 class GuardPagesOfMembers : public ::testing::Test {};
 
@@ -166,6 +194,18 @@ TYPED_TEST(GuardPagesOfMembers, HoldForSelection) {
                                           typename TypeParam::Second>) {
         CheckBinary(row.name, row.call);
     }
+}
+
+TYPED_TEST(GuardPagesOfMembers, HoldForRealPairs) {
+    using D = typename TypeParam::Dst;
+    using A = typename TypeParam::First;
+    using B = typename TypeParam::Second;
+    for (const auto& row : realPairCases<D, A, B>) {
+        CheckBinary<D, A, B>(row.name, row.call, A{3}, B{1.25});
+        CheckBinary<D, A, B>(row.name, row.call, A{0x1p100}, B{2.5});
+    }
+    const BinaryCall<D, A, B> powerMaybe = [](auto... x) { PowerMaybe<D, A, B>(x...); };
+    CheckBinary<D, A, B>("PowerMaybe", powerMaybe, A{-3}, B{3});
 }
 
 } // namespace
