@@ -193,6 +193,27 @@ struct LogReduced {
 };
 
 struct LogKernel {
+    /// All next to powers of two, with two terms and no division.
+    struct Near {
+        template <Value V>
+        struct Argument {
+            V x;
+        };
+
+        template <Value V>
+        static Argument<V> First(V x, MaskOf<V>& rare) {
+            rare |= NotPositiveNormal(x) | Not(IsTiny(x));
+            return {x};
+        }
+
+        template <Value V>
+        static V Next(const Argument<V>& s) {
+            using C = LogConstants<ElementOf<V>>;
+            const auto carried = Bits(s.x) + C::carry;
+            return TwoTerms(Fraction<V>(carried, C::carry), Exponent<V>(carried));
+        }
+    };
+
     /// Steps 1 and 2 up to s, for a positive and normal x.
     template <Value V>
     static LogReduced<V> Reduce(V x) {
