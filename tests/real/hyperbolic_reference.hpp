@@ -12,49 +12,41 @@ namespace nx::test::reference {
 
 /// The last words of the ranges, or the first ones above.
 template <class T>
-struct HyperbolicWords;
-
-template <>
-struct HyperbolicWords<double> {
-    static constexpr std::int32_t finite = 0x7FEFFFFF, bound22 = 0x4035FFFF, tiny = 0x3E2FFFFF,
-                                  below1 = 0x3FEFFFFF, oneExp = 0x40862E41, small = 0x3FD62E42,
-                                  tinyCosh = 0x3C7FFFFF;
-    static constexpr std::int32_t tinyAsinh = 0x3E2FFFFF, hugeAsinh = 0x41B00000,
-                                  above2 = 0x40000000, hugeAcosh = 0x41AFFFFF,
-                                  tinyAtanh = 0x3E2FFFFF, halfAtanh = 0x3FDFFFFF, one = 0x3FF00000;
-
-    static bool TwoHalves(double x) {
-        const std::int32_t ix = Format<double>::Upper(x) & 0x7FFFFFFF;
-        return ix <= 0x408633CD || (ix == 0x408633CE && (BitsOf(x) & 0xFFFFFFFF) <= 0x8FB9F87D);
-    }
-    static bool BeyondOne(double x) {
-        const std::uint32_t lo = static_cast<std::uint32_t>(BitsOf(x));
-        const std::uint32_t ix = static_cast<std::uint32_t>(Format<double>::Upper(x)) & 0x7FFFFFFF;
-        return (((lo | (0 - lo)) >> 31) | ix) > 0x3FF00000;
-    }
+struct HyperbolicWords {
+    static constexpr std::int32_t finite = Format<T>::largestFinite, one = Format<T>::one,
+                                  below1 = one - 1, above2 = 0x40000000,
+                                  bound22 = Of<T>(0x4035FFFF, 0x41AFFFFF),
+                                  oneExp = Of<T>(0x40862E41, 0x42B17217),
+                                  tiny = Of<T>(0x3E2FFFFF, 0x31800015),
+                                  smallCosh = Of<T>(0x3FD62E42, 0x3EB17216),
+                                  tinyCosh = Of<T>(0x3C7FFFFF, 0x0DA2425F),
+                                  tinyAsinh = Of<T>(0x3E2FFFFF, 0x37FFFFFF),
+                                  hugeAsinh = Of<T>(0x41B00000, 0x47000000),
+                                  hugeAcosh = Of<T>(0x41AFFFFF, 0x4D7FFFFF),
+                                  halfAtanh = Of<T>(0x3FDFFFFF, 0x3EFFFFFF);
 };
 
-template <>
-struct HyperbolicWords<float> {
-    static constexpr std::int32_t finite = 0x7F7FFFFF, bound22 = 0x41AFFFFF, tiny = 0x31800015,
-                                  below1 = 0x3F7FFFFF, oneExp = 0x42B17217, small = 0x3EB17216,
-                                  tinyCosh = 0x0DA2425F;
-    static constexpr std::int32_t tinyAsinh = 0x37FFFFFF, hugeAsinh = 0x47000000,
-                                  above2 = 0x40000000, hugeAcosh = 0x4D7FFFFF,
-                                  tinyAtanh = 0x31800015, halfAtanh = 0x3EFFFFFF, one = 0x3F800000;
+/// Whether e^(|x|/2) is taken twice.
+template <class T>
+bool TwoHalves(T x) {
+    const std::int32_t ix = Upper(x) & 0x7FFFFFFF;
+    return sizeof(T) == 4
+               ? ix <= 0x42B2D4FC
+               : ix <= 0x408633CD || (ix == 0x408633CE && (BitsOf(x) & 0xFFFFFFFF) <= 0x8FB9F87D);
+}
 
-    static bool TwoHalves(float x) {
-        return (Format<float>::Upper(x) & 0x7FFFFFFF) <= 0x42B2D4FC;
-    }
-    static bool BeyondOne(float x) {
-        return (Format<float>::Upper(x) & 0x7FFFFFFF) > 0x3F800000;
-    }
-};
+/// Whether |x| is above 1, in the domain of Atanh.
+template <class T>
+bool BeyondOne(T x) {
+    const std::uint32_t ix = static_cast<std::uint32_t>(Upper(x)) & 0x7FFFFFFF;
+    const std::uint32_t lo = sizeof(T) == 8 ? static_cast<std::uint32_t>(BitsOf(x)) : 0;
+    return (((lo | (0 - lo)) >> 31) | ix) > static_cast<std::uint32_t>(Format<T>::one);
+}
 
 template <class T>
 T Sinh(T x) {
     using W = HyperbolicWords<T>;
-    const std::int32_t ix = Format<T>::Upper(x) & 0x7FFFFFFF;
+    const std::int32_t ix = Upper(x) & 0x7FFFFFFF;
     const T h = std::signbit(x) ? T{-0.5} : T{0.5}, a = std::fabs(x), one = 1;
     if (ix > W::finite) {
         return x;
@@ -72,7 +64,7 @@ T Sinh(T x) {
     if (ix <= W::oneExp) {
         return h * Exp(a);
     }
-    if (W::TwoHalves(x)) {
+    if (TwoHalves(x)) {
         const T w = Exp(T{0.5} * a);
         return (h * w) * w;
     }
@@ -82,12 +74,12 @@ T Sinh(T x) {
 template <class T>
 T Cosh(T x) {
     using W = HyperbolicWords<T>;
-    const std::int32_t ix = Format<T>::Upper(x) & 0x7FFFFFFF;
+    const std::int32_t ix = Upper(x) & 0x7FFFFFFF;
     const T half = T{0.5}, a = std::fabs(x), one = 1;
     if (ix > W::finite) {
         return x * x;
     }
-    if (ix <= W::small) {
+    if (ix <= W::smallCosh) {
         const T t = Expm1(a), w = one + t;
         return ix <= W::tinyCosh ? w : one + (t * t) / (w + w);
     }
@@ -98,58 +90,41 @@ T Cosh(T x) {
     if (ix <= W::oneExp) {
         return half * Exp(a);
     }
-    if (W::TwoHalves(x)) {
+    if (TwoHalves(x)) {
         const T w = Exp(half * a);
         return (half * w) * w;
     }
     return infinity<T>;
 }
 
-inline double Tanh(double x) {
-    const double a = std::fabs(x);
-    double z;
-    if (a < 2.7755575615628914e-17) {
+template <class T>
+T Tanh(T x) {
+    const T a = std::fabs(x), one = 1, two = 2;
+    T z;
+    if (a < T{2.7755575615628914e-17}) {
         return x;
     }
-    if (a < 1.0) {
-        const double t = Expm1(-2.0 * a);
-        z = -t / (t + 2.0);
-    } else if (a < 22.0) {
-        const double t = Expm1(a + a);
-        z = 1.0 - 2.0 / (t + 2.0);
-    } else {
-        z = std::isnan(x) ? Format<double>::nan : 1.0;
-    }
-    return x > 0.0 ? z : -z;
-}
-
-inline float Tanh(float x) {
-    const float a = std::fabs(x);
-    float z;
-    if (a < 2.7755575615628914e-17f) {
-        return x;
-    }
-    if (a < 0.125f) {
-        const float z2 = x * x;
-        const float u = (((17.0f * z2) / 21.0f - 2.0f) * z2) / 5.0f + 1.0f;
-        const float v = (z2 * u) / 3.0f - 1.0f;
+    if (sizeof(T) == 4 && a < T{0.125}) {
+        const T z2 = x * x;
+        const T u = (((T{17} * z2) / T{21} - two) * z2) / T{5} + one;
+        const T v = (z2 * u) / T{3} - one;
         z = v * (-a);
-    } else if (a < 1.0f) {
-        const float t = Expm1(-2.0f * a);
-        z = -t / (t + 2.0f);
-    } else if (a < 9.125f) {
-        const float t = Expm1(a + a);
-        z = 1.0f - 2.0f / (t + 2.0f);
+    } else if (a < one) {
+        const T t = Expm1(-two * a);
+        z = -t / (t + two);
+    } else if (a < Of<T>(T{22}, T{9.125})) {
+        const T t = Expm1(a + a);
+        z = one - two / (t + two);
     } else {
-        z = std::isnan(x) ? Format<float>::nan : 1.0f;
+        z = std::isnan(x) ? Format<T>::nan : one;
     }
-    return x > 0.0f ? z : -z;
+    return x > 0 ? z : -z;
 }
 
 template <class T>
 T Asinh(T x) {
     using W = HyperbolicWords<T>;
-    const std::int32_t hx = Format<T>::Upper(x), ix = hx & 0x7FFFFFFF;
+    const std::int32_t hx = Upper(x), ix = hx & 0x7FFFFFFF;
     const T a = std::fabs(x), one = 1;
     T w;
     if (ix > W::finite) {
@@ -172,7 +147,7 @@ T Asinh(T x) {
 template <class T>
 T Acosh(T x) {
     using W = HyperbolicWords<T>;
-    const std::int32_t hx = Format<T>::Upper(x);
+    const std::int32_t hx = Upper(x);
     const T one = 1;
     if (hx < W::one) {
         return Format<T>::nan;
@@ -196,15 +171,15 @@ T Acosh(T x) {
 template <class T>
 T Atanh(T x) {
     using W = HyperbolicWords<T>;
-    const std::int32_t ix = Format<T>::Upper(x) & 0x7FFFFFFF;
+    const std::int32_t ix = Upper(x) & 0x7FFFFFFF;
     const T a = std::fabs(x), half = T{0.5}, one = 1;
-    if (W::BeyondOne(x)) {
+    if (BeyondOne(x)) {
         return Format<T>::nan;
     }
     if (a == one) {
         return x * infinity<T>;
     }
-    if (ix <= W::tinyAtanh) {
+    if (ix <= W::tiny) {
         return x;
     }
     T w;

@@ -4,14 +4,12 @@
 #define NX_TESTS_REAL_TRIGONOMETRY_REFERENCE_HPP
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <type_traits>
 #include <vector>
 
 #include <mpfr.h>
 
-#include "support/bits.hpp"
+#include "real/format_reference.hpp"
 
 namespace nx::test::reference {
 
@@ -55,60 +53,6 @@ T NearestMultiple(int n) {
     return nearest;
 }
 
-template <class T>
-struct Reduction;
-
-template <>
-struct Reduction<double> {
-    static constexpr double invpio2 = 0.6366197723675814;
-    static constexpr double pio2_1 = FromBits<double>(0x3FF921FB54400000);
-    static constexpr double pio2_1t = FromBits<double>(0x3DD0B4611A626331);
-    static constexpr double pio2_2 = FromBits<double>(0x3DD0B4611A600000);
-    static constexpr double pio2_2t = FromBits<double>(0x3BA3198A2E037073);
-    static constexpr double pio2_3 = FromBits<double>(0x3BA3198A2E000000);
-    static constexpr double pio2_3t = FromBits<double>(0x397B839A252049C1);
-    static constexpr std::int32_t lastOne = 0x4002D97B;
-    static constexpr std::int32_t lastMedium = 0x413921FB;
-    static constexpr std::int32_t infinityWord = 0x7FF00000;
-    static constexpr int exponentShift = 20;
-    static constexpr int firstBound = 16;
-    static constexpr int secondBound = 49;
-    static constexpr std::uint64_t nan = 0xFFF8000000000000;
-
-    static bool IsNextToPio2(std::int32_t ix) {
-        return ix == 0x3FF921FB;
-    }
-    static bool MayBeMultiple(std::int32_t ix, int n) {
-        static const std::vector<std::int32_t> words = [] {
-            std::vector<std::int32_t> table;
-            for (int multiple = 1; multiple < 32; ++multiple) {
-                table.push_back(
-                    static_cast<std::int32_t>(BitsOf(NearestMultiple<double>(multiple)) >> 32));
-            }
-            return table;
-        }();
-        return ix == words[static_cast<std::size_t>(n - 1)];
-    }
-
-    static constexpr int B = 24;
-    static constexpr int jk = 4;
-    static constexpr int jp = 4;
-    static constexpr double twoB = 16777216.0;
-    static constexpr double twonB = 5.960464477539063e-08;
-    static constexpr std::int32_t mask1 = 0x7FFFFF;
-    static constexpr std::int32_t mask2 = 0x3FFFFF;
-    static constexpr double floorBound = 4503599627370496.0;
-    static constexpr int tableSize = 66;
-    static constexpr std::array<double, 5> PIo2 = {
-        FromBits<double>(0x3FF921FB40000000), FromBits<double>(0x3E74442D00000000),
-        FromBits<double>(0x3CF8469880000000), FromBits<double>(0x3B78CC5160000000),
-        FromBits<double>(0x39F01B8380000000)};
-
-    static double Scale(double x, int k) {
-        return std::scalbn(x, k);
-    }
-};
-
 inline float ScalbnSingle(float x, int k) {
     int e = static_cast<int>(BitsOf(x) >> 23 & 0xFF);
     if (e == 0) {
@@ -141,66 +85,57 @@ inline float ScalbnSingle(float x, int k) {
     return withExponent(m + 25) * 2.9802322387695312e-08f;
 }
 
-template <>
-struct Reduction<float> {
-    static constexpr float invpio2 = FromBits<float>(0x3F22F984);
-    static constexpr float pio2_1 = FromBits<float>(0x3FC90F80);
-    static constexpr float pio2_1t = FromBits<float>(0x37354443);
-    static constexpr float pio2_2 = FromBits<float>(0x37354400);
-    static constexpr float pio2_2t = FromBits<float>(0x2E85A308);
-    static constexpr float pio2_3 = FromBits<float>(0x2E85A300);
-    static constexpr float pio2_3t = FromBits<float>(0x248D3132);
-    static constexpr std::int32_t lastOne = 0x4016CBE2;
-    static constexpr std::int32_t lastMedium = 0x43490F80;
-    static constexpr std::int32_t infinityWord = 0x7F800000;
-    static constexpr int exponentShift = 23;
-    static constexpr int firstBound = 8;
-    static constexpr int secondBound = 25;
-    static constexpr std::uint32_t nan = 0xFFC00000;
+template <class T>
+struct Reduction {
+    static constexpr T invpio2 = Of<T>(0.6366197723675814, FromBits<float>(0x3F22F984));
+    static constexpr T pio2_1 = Pattern<T>(0x3FF921FB54400000, 0x3FC90F80);
+    static constexpr T pio2_1t = Pattern<T>(0x3DD0B4611A626331, 0x37354443);
+    static constexpr T pio2_2 = Pattern<T>(0x3DD0B4611A600000, 0x37354400);
+    static constexpr T pio2_2t = Pattern<T>(0x3BA3198A2E037073, 0x2E85A308);
+    static constexpr T pio2_3 = Pattern<T>(0x3BA3198A2E000000, 0x2E85A300);
+    static constexpr T pio2_3t = Pattern<T>(0x397B839A252049C1, 0x248D3132);
+    static constexpr std::int32_t lastOne = Of<T>(0x4002D97B, 0x4016CBE2),
+                                  lastMedium = Of<T>(0x413921FB, 0x43490F80);
+    static constexpr int firstBound = Of<T>(16, 8), secondBound = Of<T>(49, 25);
+
+    static constexpr int B = Of<T>(24, 8), jk = Of<T>(4, 9), jp = jk, tableSize = Of<T>(66, 198);
+    static constexpr T twoB = Of<T>(16777216.0, 256.0f);
+    static constexpr T twonB = Of<T>(5.960464477539063e-08, 0.00390625f);
+    static constexpr std::int32_t mask1 = (1 << (B - 1)) - 1, mask2 = (1 << (B - 2)) - 1;
+    static constexpr T floorBound = Of<T>(4503599627370496.0, 8388608.0f);
+    static constexpr std::array PIo2 =
+        Of<T>(Patterns<double>(0x3FF921FB40000000, 0x3E74442D00000000, 0x3CF8469880000000,
+                               0x3B78CC5160000000, 0x39F01B8380000000),
+              Patterns<float>(0x3FC90000, 0x39F00000, 0x37DA0000, 0x33A20000, 0x2E840000,
+                              0x2B500000, 0x27C20000, 0x22D00000, 0x1FC40000, 0x1BC60000));
 
     static bool IsNextToPio2(std::int32_t ix) {
-        return (ix & ~0x1F) == 0x3FC90FC0 || (ix & ~0xF) == 0x3FC90FE0;
+        return sizeof(T) == 8 ? ix == 0x3FF921FB
+                              : (ix & ~0x1F) == 0x3FC90FC0 || (ix & ~0xF) == 0x3FC90FE0;
     }
     static bool MayBeMultiple(std::int32_t ix, int n) {
+        constexpr std::int32_t mask = Of<T>(-1, ~0xFF);
         static const std::vector<std::int32_t> words = [] {
             std::vector<std::int32_t> table;
             for (int multiple = 1; multiple < 32; ++multiple) {
-                table.push_back(
-                    static_cast<std::int32_t>(BitsOf(NearestMultiple<float>(multiple)) & ~0xFFu));
+                table.push_back(Upper(NearestMultiple<T>(multiple)) & mask);
             }
             return table;
         }();
-        return (ix & 0x7FFFFF00) == words[static_cast<std::size_t>(n - 1)];
+        return (ix & mask) == words[static_cast<std::size_t>(n - 1)];
     }
-
-    static constexpr int B = 8;
-    static constexpr int jk = 9;
-    static constexpr int jp = 9;
-    static constexpr float twoB = 256.0f;
-    static constexpr float twonB = 0.00390625f;
-    static constexpr std::int32_t mask1 = 0x7F;
-    static constexpr std::int32_t mask2 = 0x3F;
-    static constexpr float floorBound = 8388608.0f;
-    static constexpr int tableSize = 198;
-    static constexpr std::array<float, 10> PIo2 = {
-        FromBits<float>(0x3FC90000), FromBits<float>(0x39F00000), FromBits<float>(0x37DA0000),
-        FromBits<float>(0x33A20000), FromBits<float>(0x2E840000), FromBits<float>(0x2B500000),
-        FromBits<float>(0x27C20000), FromBits<float>(0x22D00000), FromBits<float>(0x1FC40000),
-        FromBits<float>(0x1BC60000)};
-
-    static float Scale(float x, int k) {
-        return ScalbnSingle(x, k);
+    static T Scale(T x, int k) {
+        if constexpr (sizeof(T) == 8) {
+            return std::scalbn(x, k);
+        } else {
+            return ScalbnSingle(x, k);
+        }
     }
 };
 
 template <class T>
-std::int32_t UpperWordOf(T x) {
-    return static_cast<std::int32_t>(BitsOf(x) >> (8 * sizeof(T) - 32));
-}
-
-template <class T>
 int BiasedExponent(T x) {
-    return (UpperWordOf(x) & 0x7FFFFFFF) >> Reduction<T>::exponentShift;
+    return (Upper(x) & 0x7FFFFFFF) >> Format<T>::upperMantissaBits;
 }
 
 template <class T>
@@ -353,70 +288,34 @@ int ReduceLarge(const T* tx, T* y, int e0, int nx) {
     return n & 7;
 }
 
-/// Splits |x| for `ReduceLarge`; returns the number of chunks.
-inline int SplitLarge(double x, double* tx, int& e0) {
-    const std::int32_t ix = UpperWordOf(x) & 0x7FFFFFFF;
-    e0 = (ix >> 20) - 1046;
-    const std::uint32_t upper =
-        static_cast<std::uint32_t>(ix) - (static_cast<std::uint32_t>(e0) << 20);
-    double z = FromBits<double>(std::uint64_t{upper} << 32 | (BitsOf(x) & 0xFFFFFFFF));
-    tx[0] = static_cast<double>(static_cast<int>(z));
-    z = (z - tx[0]) * 16777216.0;
-    tx[1] = static_cast<double>(static_cast<int>(z));
-    z = (z - tx[1]) * 16777216.0;
-    tx[2] = z;
-    return tx[2] != 0 ? 3 : tx[1] != 0 ? 2 : 1;
-}
-inline int SplitLarge(float x, float* tx, int& e0) {
-    const std::int32_t ix = UpperWordOf(x) & 0x7FFFFFFF;
-    e0 = (ix >> 23) - 134;
-    float z =
-        FromBits<float>(static_cast<std::uint32_t>(ix) - (static_cast<std::uint32_t>(e0) << 23));
-    tx[0] = static_cast<float>(static_cast<int>(z));
-    z = (z - tx[0]) * 256.0f;
-    tx[1] = static_cast<float>(static_cast<int>(z));
-    tx[2] = (z - tx[1]) * 256.0f;
-    return tx[2] != 0 ? 3 : tx[1] != 0 ? 2 : 1;
-}
-
 template <class T>
 int ReducePio2(T x, T* y) {
     using R = Reduction<T>;
-    const std::int32_t hx = UpperWordOf(x);
+    constexpr int bits = Format<T>::upperMantissaBits;
+    const std::int32_t hx = Upper(x);
     const std::int32_t ix = hx & 0x7FFFFFFF;
     if (ix <= R::lastOne) {
-        if (hx > 0) {
-            T z = x - R::pio2_1;
-            if (!R::IsNextToPio2(ix)) {
-                y[0] = z - R::pio2_1t;
-                y[1] = (z - y[0]) - R::pio2_1t;
-            } else {
-                z = z - R::pio2_2;
-                y[0] = z - R::pio2_2t;
-                y[1] = (z - y[0]) - R::pio2_2t;
-            }
-            return 1;
+        // For a negative x all constants are added.
+        const T sign = hx > 0 ? T{1} : T{-1};
+        T z = x - sign * R::pio2_1, t = sign * R::pio2_1t;
+        if (R::IsNextToPio2(ix)) {
+            z = z - sign * R::pio2_2;
+            t = sign * R::pio2_2t;
         }
-        T z = x + R::pio2_1;
-        if (!R::IsNextToPio2(ix)) {
-            y[0] = z + R::pio2_1t;
-            y[1] = (z - y[0]) + R::pio2_1t;
-        } else {
-            z = z + R::pio2_2;
-            y[0] = z + R::pio2_2t;
-            y[1] = (z - y[0]) + R::pio2_2t;
-        }
-        return -1;
+        y[0] = z - t;
+        y[1] = (z - y[0]) - t;
+        return hx > 0 ? 1 : -1;
     }
+    int n;
     if (ix <= R::lastMedium) {
         T t = std::fabs(x);
-        const int n = static_cast<int>(t * R::invpio2 + T{0.5});
+        n = static_cast<int>(t * R::invpio2 + T{0.5});
         const T fn = static_cast<T>(n);
         T r = t - fn * R::pio2_1;
         T w = fn * R::pio2_1t;
         y[0] = r - w;
         if (!(n < 32 && !R::MayBeMultiple(ix, n))) {
-            const int e = ix >> R::exponentShift;
+            const int e = ix >> bits;
             if (e - BiasedExponent(y[0]) > R::firstBound) {
                 t = r;
                 w = fn * R::pio2_2;
@@ -433,21 +332,18 @@ int ReducePio2(T x, T* y) {
             }
         }
         y[1] = (r - y[0]) - w;
-        if (hx < 0) {
-            y[0] = -y[0];
-            y[1] = -y[1];
-            return -n;
-        }
-        return n;
-    }
-    if (ix >= R::infinityWord) {
-        y[0] = y[1] = FromBits<T>(R::nan);
+    } else if (ix > Format<T>::largestFinite) {
+        y[0] = y[1] = Format<T>::nan;
         return 0;
+    } else {
+        const int e0 = (ix >> bits) - Of<T>(1046, 134);
+        T tx[3], z = AddExponent(std::fabs(x), -e0);
+        tx[0] = static_cast<T>(static_cast<int>(z));
+        z = (z - tx[0]) * R::twoB;
+        tx[1] = static_cast<T>(static_cast<int>(z));
+        tx[2] = (z - tx[1]) * R::twoB;
+        n = ReduceLarge(tx, y, e0, tx[2] != 0 ? 3 : tx[1] != 0 ? 2 : 1);
     }
-    T tx[3];
-    int e0;
-    const int nx = SplitLarge(x, tx, e0);
-    const int n = ReduceLarge(tx, y, e0, nx);
     if (hx < 0) {
         y[0] = -y[0];
         y[1] = -y[1];
@@ -456,178 +352,117 @@ int ReducePio2(T x, T* y) {
     return n;
 }
 
-inline constexpr double S1 = -0.16666666666666632, S2 = 0.00833333333332249,
-                        S3 = -0.0001984126982985795, S4 = 2.7557313707070068e-06,
-                        S5 = -2.5050760253406863e-08, S6 = 1.58969099521155e-10;
-inline constexpr double C1 = 0.0416666666666666, C2 = -0.001388888888887411,
-                        C3 = 2.480158728947673e-05, C4 = -2.7557314351390663e-07,
-                        C5 = 2.087572321298175e-09, C6 = -1.1359647557788195e-11;
-inline constexpr float S1f = -0.1666666716337204f, S2f = 0.008333331905305386f,
-                       S3f = -0.0001984006230486557f, S4f = 2.724686055444181e-06f;
-inline constexpr float C1f = 0.0416666679084301f, C2f = -0.00138888880610466f,
-                       C3f = 2.4800576284178533e-05f, C4f = -2.729795198774809e-07f;
+template <class T>
+struct Trigonometric {
+    static constexpr std::array S =
+        Of<T>(std::array{-0.16666666666666632, 0.00833333333332249, -0.0001984126982985795,
+                         2.7557313707070068e-06, -2.5050760253406863e-08, 1.58969099521155e-10},
+              std::array{-0.1666666716337204f, 0.008333331905305386f, -0.0001984006230486557f,
+                         2.724686055444181e-06f});
+    static constexpr std::array C =
+        Of<T>(std::array{0.0416666666666666, -0.001388888888887411, 2.480158728947673e-05,
+                         -2.7557314351390663e-07, 2.087572321298175e-09, -1.1359647557788195e-11},
+              std::array{0.0416666679084301f, -0.00138888880610466f, 2.4800576284178533e-05f,
+                         -2.729795198774809e-07f});
+    static constexpr std::array U =
+        Of<T>(std::array{0.3333333333333341, 0.13333333333320124, 0.05396825397622605,
+                         0.021869488294859542, 0.0088632398235993, 0.0035920791075913124,
+                         0.0014562094543252903, 0.0005880412408202641, 0.0002464631348184699,
+                         7.817944429395571e-05, 7.140724913826082e-05, -1.8558637485527546e-05,
+                         2.590730518636337e-05},
+              std::array{0.3333333134651184f, 0.1333353966474533f, 0.05391779541969299f,
+                         0.02231680601835251f, 0.00710750836879015f, 0.0065900953486561775f});
+    static constexpr T tiny = T{7.450580596923828e-09};
+};
 
-inline double KernelSin(double x, double y) {
-    if (std::fabs(x) < 7.450580596923828e-09) {
+template <class T>
+T KernelSin(T x, T y) {
+    using C = Trigonometric<T>;
+    if (std::fabs(x) < C::tiny) {
         return x;
     }
-    const double z = x * x;
-    const double v = z * x;
-    const double r = (((S6 * z + S5) * z + S4) * z + S3) * z + S2;
-    return x - (((0.5 * y - v * r) * z - y) + v * 0.16666666666666632);
-}
-inline float KernelSin(float x, float y) {
-    if (std::fabs(x) < 7.450580596923828e-09f) {
-        return x;
-    }
-    const float z = x * x;
-    const float v = z * x;
-    const float r = (S4f * z + S3f) * z + S2f;
-    return x - (((0.5f * y - v * r) * z - y) + v * 0.1666666716337204f);
+    const T z = x * x;
+    const T v = z * x;
+    const T r = Horner(C::S, z, 1);
+    return x - (((T{0.5} * y - v * r) * z - y) + v * -C::S[0]);
 }
 
-inline double FastSin(double x) {
-    const double z = x * x;
-    return x + (z * x) * (((((S6 * z + S5) * z + S4) * z + S3) * z + S2) * z + S1);
-}
-inline float FastSin(float x) {
-    const float z = x * x;
-    return x + (z * x) * (((S4f * z + S3f) * z + S2f) * z + S1f);
+template <class T>
+T FastSin(T x) {
+    const T z = x * x;
+    return x + (z * x) * Horner(Trigonometric<T>::S, z);
 }
 
-inline double KernelCos(double x, double y) {
-    const double t = std::fabs(x);
-    if (t < 7.450580596923828e-09) {
-        return 1.0;
+template <class T>
+T KernelCos(T x, T y) {
+    using C = Trigonometric<T>;
+    const T t = std::fabs(x), one = 1;
+    if (t < C::tiny) {
+        return one;
     }
-    const double z = x * x;
-    const double p = ((((C6 * z + C5) * z + C4) * z + C3) * z + C2) * z + C1;
-    const double r = (p * z) * z - x * y;
-    const double hz = z * 0.5;
-    if (t < FromBits<double>(0x3FD3333300000000)) {
-        return 1.0 - (hz - r);
+    const T z = x * x;
+    const T r = (Horner(C::C, z) * z) * z - x * y;
+    const T hz = z * T{0.5};
+    if (t < Pattern<T>(0x3FD3333300000000, 0x3E99999A)) {
+        return one - (hz - r);
     }
-    if (t > 0.78125) {
-        return 0.71875 - ((hz - 0.28125) - r);
+    if (t > T{0.78125}) {
+        return T{0.71875} - ((hz - T{0.28125}) - r);
     }
-    const double qx = FromBits<double>(BitsOf(t) & 0xFFFFFFFF00000000) * 0.25;
-    return (1.0 - qx) - ((hz - qx) - r);
-}
-inline float KernelCos(float x, float y) {
-    const float t = std::fabs(x);
-    if (t < 7.450580596923828e-09f) {
-        return 1.0f;
-    }
-    const float z = x * x;
-    const float p = ((C4f * z + C3f) * z + C2f) * z + C1f;
-    const float r = (p * z) * z - x * y;
-    const float hz = z * 0.5f;
-    if (t < FromBits<float>(0x3E99999A)) {
-        return 1.0f - (hz - r);
-    }
-    if (t > 0.78125f) {
-        return 0.71875f - ((hz - 0.28125f) - r);
-    }
-    const float qx = FromBits<float>(BitsOf(t) & 0xFFFFF000) * 0.25f;
-    return (1.0f - qx) - ((hz - qx) - r);
+    const T qx = High(t) * T{0.25};
+    return (one - qx) - ((hz - qx) - r);
 }
 
-inline double KernelTan(int iy, double x, double y) {
-    constexpr double T[] = {0.3333333333333341,    0.13333333333320124,   0.05396825397622605,
-                            0.021869488294859542,  0.0088632398235993,    0.0035920791075913124,
-                            0.0014562094543252903, 0.0005880412408202641, 0.0002464631348184699,
-                            7.817944429395571e-05, 7.140724913826082e-05, -1.8558637485527546e-05,
-                            2.590730518636337e-05};
-    const auto high = [](double v) { return FromBits<double>(BitsOf(v) & 0xFFFFFFFF00000000); };
-    const std::int32_t hx = UpperWordOf(x);
+template <class T>
+T KernelTan(int iy, T x, T y) {
+    constexpr std::array U = Trigonometric<T>::U;
+    constexpr T one = 1;
+    const std::int32_t hx = Upper(x);
     const std::int32_t ix = hx & 0x7FFFFFFF;
-    if (ix <= 0x3E2FFFFF) {
+    if (ix <= Of<T>(0x3E2FFFFF, 0x31800015)) {
         if (x == 0 && iy == -1) {
-            return 1.0 / std::fabs(x);
+            return one / std::fabs(x);
         }
         if (iy == 1) {
             return x;
         }
-        const double w = x + y;
-        const double a = -1.0 / w;
-        const double wh = high(w);
-        const double ah = high(a);
-        return ((y - (wh - x)) * ah + (wh * ah + 1.0)) * a + ah;
+        if (sizeof(T) == 4) {
+            return -one / x;
+        }
+        const T w = x + y;
+        const T a = -one / w;
+        const T wh = High(w);
+        const T ah = High(a);
+        return ((y - (wh - x)) * ah + (wh * ah + one)) * a + ah;
     }
-    const bool big = ix > 0x3FE59427;
+    const bool big = ix > Of<T>(0x3FE59427, 0x3F2CA579);
     if (big) {
         if (hx < 0) {
             x = -x;
             y = -y;
         }
-        x = (3.061616997868383e-17 - y) + (0.7853981633974483 - x);
+        x = (Of<T>(3.061616997868383e-17, -2.1855694143368964e-08f) - y) +
+            (Of<T>(0.7853981633974483, 0.7853981852531433f) - x);
         y = 0;
     }
-    const double z = x * x;
-    const double s = z * x;
-    const double w = z * z;
-    const double e = ((((T[12] * w + T[10]) * w + T[8]) * w + T[6]) * w + T[4]) * w + T[2];
-    const double o = ((((T[11] * w + T[9]) * w + T[7]) * w + T[5]) * w + T[3]) * w + T[1];
-    const double y2 = y + z * ((e * z + o) * s + y);
-    const double r = s * T[0] + y2;
-    const double v = x + r;
+    const T z = x * x;
+    const T s = z * x;
+    const T w = z * z;
+    const T y2 = y + z * ((Horner(U, w, 2, 2) * z + Horner(U, w, 1, 2)) * s + y);
+    const T r = s * U[0] + y2;
+    const T v = x + r;
     if (big) {
-        const double f = iy;
-        const double bracket = x - (v * v / (v + f) - r);
-        return static_cast<double>(1 - ((hx >> 30) & 2)) * (f - (bracket + bracket));
+        const T f = static_cast<T>(iy);
+        const T bracket = x - (v * v / (v + f) - r);
+        return static_cast<T>(1 - ((hx >> 30) & 2)) * (f - (bracket + bracket));
     }
     if (iy == 1) {
         return v;
     }
-    const double a = -1.0 / v;
-    const double vh = high(v);
-    const double ah = high(a);
-    return ah + ((r - (vh - x)) * ah + (vh * ah + 1.0)) * a;
-}
-inline float KernelTan(int iy, float x, float y) {
-    constexpr float U0 = 0.3333333134651184f, U1 = 0.1333353966474533f, U2 = 0.05391779541969299f,
-                    U3 = 0.02231680601835251f, U4 = 0.00710750836879015f,
-                    U5 = 0.0065900953486561775f;
-    const auto high = [](float v) { return FromBits<float>(BitsOf(v) & 0xFFFFF000); };
-    const std::int32_t hx = UpperWordOf(x);
-    const std::int32_t ix = hx & 0x7FFFFFFF;
-    if (ix <= 0x31800015) {
-        if (x == 0 && iy == -1) {
-            return 1.0f / std::fabs(x);
-        }
-        if (iy == 1) {
-            return x;
-        }
-        return -1.0f / x;
-    }
-    const bool big = ix > 0x3F2CA579;
-    if (big) {
-        if (hx < 0) {
-            x = -x;
-            y = -y;
-        }
-        x = (-2.1855694143368964e-08f - y) + (0.7853981852531433f - x);
-        y = 0;
-    }
-    const float z = x * x;
-    const float s = z * x;
-    const float w = z * z;
-    const float p = (U5 * w + U3) * w + U1 + (U4 * w + U2) * z;
-    const float y2 = y + z * (p * s + y);
-    const float r = s * U0 + y2;
-    const float v = x + r;
-    if (big) {
-        const float f = static_cast<float>(iy);
-        const float bracket = x - (v * v / (v + f) - r);
-        return static_cast<float>(1 - ((hx >> 30) & 2)) * (f - (bracket + bracket));
-    }
-    if (iy == 1) {
-        return v;
-    }
-    const float a = -1.0f / v;
-    const float vh = high(v);
-    const float ah = high(a);
-    return ah + ((r - (vh - x)) * ah + (vh * ah + 1.0f)) * a;
+    const T a = -one / v;
+    const T vh = High(v);
+    const T ah = High(a);
+    return ah + ((r - (vh - x)) * ah + (vh * ah + one)) * a;
 }
 
 inline bool IsFast(double x) {
@@ -637,13 +472,10 @@ inline bool IsFast(float x) {
     return std::fabs(x) <= 0.7853981852531433f;
 }
 
+/// The sine of y + n * pi/2.
 template <class T>
-T Sine(T x) {
-    if (IsFast(x)) {
-        return std::fabs(x) < T{7.450580596923828e-09} ? x : FastSin(x);
-    }
-    T y[2];
-    switch (ReducePio2(x, y) & 3) {
+T SineOfQuadrant(int n, const T* y) {
+    switch (n & 3) {
     case 0:
         return KernelSin(y[0], y[1]);
     case 1:
@@ -656,21 +488,23 @@ T Sine(T x) {
 }
 
 template <class T>
+T Sine(T x) {
+    if (IsFast(x)) {
+        return std::fabs(x) < Trigonometric<T>::tiny ? x : FastSin(x);
+    }
+    T y[2];
+    const int n = ReducePio2(x, y);
+    return SineOfQuadrant(n, y);
+}
+
+template <class T>
 T Cosine(T x) {
     if (IsFast(x)) {
         return KernelCos(x, T{0});
     }
     T y[2];
-    switch (ReducePio2(x, y) & 3) {
-    case 0:
-        return KernelCos(y[0], y[1]);
-    case 1:
-        return -KernelSin(y[0], y[1]);
-    case 2:
-        return -KernelCos(y[0], y[1]);
-    default:
-        return KernelSin(y[0], y[1]);
-    }
+    const int n = ReducePio2(x, y);
+    return SineOfQuadrant(n + 1, y);
 }
 
 template <class T>
@@ -681,37 +515,6 @@ T Tangent(T x) {
     T y[2];
     const int n = ReducePio2(x, y);
     return KernelTan(1 - 2 * (n & 1), y[0], y[1]);
-}
-
-template <class T>
-void SinCos(T x, T* sine, T* cosine) {
-    constexpr T tiny = T{7.450580596923828e-09};
-    if (IsFast(x)) {
-        *sine = std::fabs(x) < tiny ? x : FastSin(x);
-        *cosine = std::fabs(x) < tiny ? T{1} : KernelCos(x, T{0});
-        return;
-    }
-    T y[2];
-    const int n = ReducePio2(x, y);
-    const T s = std::fabs(y[0]) < tiny ? y[0] : KernelSin(y[0], y[1]);
-    const T c = std::fabs(y[0]) < tiny ? T{1} : KernelCos(y[0], y[1]);
-    switch (n & 3) {
-    case 0:
-        *sine = s;
-        *cosine = c;
-        break;
-    case 1:
-        *sine = c;
-        *cosine = -s;
-        break;
-    case 2:
-        *sine = -s;
-        *cosine = -c;
-        break;
-    default:
-        *sine = -c;
-        *cosine = s;
-    }
 }
 
 } // namespace nx::test::reference

@@ -27,6 +27,16 @@ constexpr T FromBits(Word<T> bits) {
     return std::bit_cast<T>(bits);
 }
 
+/// The one of the two that belongs to T.
+template <class T>
+constexpr auto Of(auto ofDouble, auto ofFloat) {
+    if constexpr (sizeof(T) == 8) {
+        return ofDouble;
+    } else {
+        return ofFloat;
+    }
+}
+
 template <class T>
 inline constexpr T infinity = std::numeric_limits<T>::infinity();
 
@@ -52,6 +62,16 @@ struct BitwiseButNaN {
     template <class T>
     bool operator()(T got, T want) const {
         return BitsOf(got) == BitsOf(want) || (std::isnan(got) && std::isnan(want));
+    }
+};
+
+/// Bit for bit, or the other, as a function pins its NaN or not.
+struct SameResult {
+    bool anyNaN = false;
+
+    template <class T>
+    bool operator()(T got, T want) const {
+        return anyNaN ? BitwiseButNaN{}(got, want) : Bitwise{}(got, want);
     }
 };
 
