@@ -1,4 +1,5 @@
 #include <cmath>
+#include <complex>
 #include <nx/real.hpp>
 
 #include "core/blocks.hpp"
@@ -19,6 +20,65 @@ namespace {
 /// A lane kernel over arrays, as a family will run it.
 template <class K>
 constexpr auto kernel = [](auto... x) { nx::core::MapInDomain<K, nx::core::Everywhere>(x...); };
+
+/// Two results of an element, as functions of two destinations. These lie one behind the other
+/// where the runner has an array of complex elements.
+template <class F>
+struct NxTwoResults {
+    explicit NxTwoResults(F) {}
+
+    template <class T>
+    static void Run(const Arrays& x, std::complex<T>* dst, T* src) {
+        T* const first = reinterpret_cast<T*>(dst);
+        F{}(first, first + x.count * x.stride, src, x.stride, x.stride, x.stride, x.count);
+    }
+
+    const char* name = "nx";
+};
+
+template <class F>
+struct SystemTwoResults {
+    explicit SystemTwoResults(F) {}
+
+    template <class T>
+    static void Run(const Arrays& x, std::complex<T>* dst, T* src) {
+        T* const first = reinterpret_cast<T*>(dst);
+        const unsigned long count = x.count;
+        for (unsigned long i = 0; i < count; ++i) {
+            F{}(src[i], first + i, first + count + i);
+        }
+    }
+
+    const char* name = "system";
+};
+
+template <class F64, class F32>
+struct SleefTwoResults {
+    SleefTwoResults(F64, F32) {}
+
+    template <class T>
+    static void Run(const Arrays& x, std::complex<T>* dst, T* src) {
+        if constexpr (haveSleef) {
+            using F = std::conditional_t<std::is_same_v<T, double>, F64, F32>;
+            T* const first = reinterpret_cast<T*>(dst);
+            const unsigned long count = x.count;
+            for (unsigned long i = 0; i < count; i += 16 / sizeof(T)) {
+                const auto results = F{}(LoadLanes(src + i));
+                StoreLanes(first + i, results.x);
+                StoreLanes(first + count + i, results.y);
+            }
+        }
+    }
+
+    const char* name = haveSleef ? "sleef" : nullptr;
+};
+
+void SystemSinCos(double x, double* sine, double* cosine) {
+    sincos(x, sine, cosine);
+}
+void SystemSinCos(float x, float* sine, float* cosine) {
+    sincosf(x, sine, cosine);
+}
 
 Data Integers() {
     return {"integers",
@@ -52,6 +112,16 @@ std::vector<Case> RealKernels() {
                 System([](auto x) { return std::cos(x); }),
                 SleefLanes([](auto v) { return Sleef_cosd2_u10sse2(v); },
                            [](auto v) { return Sleef_cosf4_u10sse2(v); }));
+    Table both;
+    both.ToComplex("SinCos", {ten, quarter, thousand},
+                   NxTwoResults([](auto... x) { nx::core::MapTwoResults<SinCosKernel>(x...); }),
+                   SystemTwoResults([](auto... x) { SystemSinCos(x...); }),
+                   SleefTwoResults([](auto v) { return Sleef_sincosd2_u10sse2(v); },
+                                   [](auto v) { return Sleef_sincosf4_u10sse2(v); }));
+    for (Case& added : both.cases) {
+        added.type.resize(added.type.find('-'));
+        table.cases.push_back(added);
+    }
     table.Unary("Tan", {ten}, Nx(kernel<TanKernel>), System([](auto x) { return std::tan(x); }),
                 SleefLanes([](auto v) { return Sleef_tand2_u10sse2(v); },
                            [](auto v) { return Sleef_tanf4_u10sse2(v); }));

@@ -4,23 +4,25 @@
 // each vector waits on it. Here a block of vectors runs phase by phase through a small buffer on
 // the stack, so that many short chains are in flight.
 //
-// A kernel K of one or two arguments gives, for any value type V:
-//   K::First(V x..., MaskOf<V>& rare)   the first phase; sets `rare`, at least in the sign bit of a
-//                                       lane, where the phases do not serve
-//   K::Next(phase result)               the next phase, for each type of result until it is V
-//   K::Entry(T x...)                    the function of one element, for every argument
-// and may give a second range, tried only where the first does not serve:
-//   K::Second(V x..., MaskOf<V>& rare)  values at once; sets `rare` where this does not serve either
-// or a narrow range with fewer operations, taken by a block that is all inside it:
-//   K::Near                             a kernel of the same arguments, without Entry
-// or results for a whole block of special operands:
-//   K::WholeBlock(T* out, count, const T* x...)   false if it has done nothing
-// `Second` may take what the phases gave as a further argument after x.
-// A domain D gives D::IsOutside(T x...); `First` and `Second` must mark as rare whatever is outside.
+// A kernel K of one or two arguments has, for any value type V with elements T:
+//   First(V x..., MaskOf<V>& rare)   the first phase; sets `rare`, at least in a lane's sign bit,
+//                                    where the phases do not serve or x is outside the domain
+//   Next(state)                      the next phase, for each type of state, up to the result
+//   Entry(T x...)                    the result of one element, for every argument
+// A result is a V, or the K::Results<V> that the kernel names: some V with nothing between them.
+// A kernel may also have:
+//   State<V>                         a state that lasts: it derives from the result of First, and
+//                                    K::Next(state, number of the phase) changes it
+//   Near                             a kernel of a narrow range, without Entry, for blocks inside
+//   Second(V x..., MaskOf<V>& rare)  a second range, in one step, for lanes that First marks; sets
+//                                    `rare` likewise, and may take what the phases gave after x
+//   WholeBlock(T* out, count, const T* x...)   a block of special arguments, or false
+// A domain D gives D::IsOutside(T x...).
 #ifndef NX_CORE_BLOCKS_HPP
 #define NX_CORE_BLOCKS_HPP
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <complex>
 #include <concepts>
@@ -44,45 +46,105 @@ struct Everywhere {
     }
 };
 
-/// A kernel of many phases that carry much from one to the next works in place: its State<V> derives
-/// from the result of `First`, K::Next(state, the number of a phase) changes it, and the last phase
-/// returns V.
+// What a kernel names, or else the usual.
+
 template <class K, class V>
-concept WorksInPlace = requires {
+struct ResultOf {
+    using type = V;
+};
+template <class K, class V>
+requires requires {
+    typename K::template Results<V>;
+}
+struct ResultOf<K, V> {
+    using type = typename K::template Results<V>;
+};
+
+template <class K, class V>
+concept HasLastingState = requires {
     typename K::template State<V>;
 };
 
-/// All phases but the first, in place.
-template <class K, class V, int phase = 0, class State>
-void FinishInPlace(ElementOf<V>* out, State* states, unsigned long vectors) {
-    constexpr std::integral_constant<int, phase> number;
-    if constexpr (std::same_as<decltype(K::Next(states[0], number)), V>) {
-        for (unsigned long j = 0; j < vectors; ++j) {
-            Store(out + j * Lanes<V>::count, K::Next(states[j], number));
-        }
-    } else {
-        for (unsigned long j = 0; j < vectors; ++j) {
-            K::Next(states[j], number);
-        }
-        FinishInPlace<K, V, phase + 1>(out, states, vectors);
-    }
+template <class K, class V, class Started>
+struct StateOf {
+    using type = Started;
+};
+template <class K, class V, class Started>
+requires HasLastingState<K, V>
+struct StateOf<K, V, Started> {
+    using type = typename K::template State<V>;
+};
+
+template <class K>
+inline constexpr unsigned long resultCount = sizeof(typename ResultOf<K, double>::type) /
+                                             sizeof(double);
+
+/// Where the results of K go, an array for each.
+template <class K, class T>
+using Outputs = std::array<T*, resultCount<K>>;
+
+/// The results as an array of values.
+template <class K, class V>
+auto Separate(const typename ResultOf<K, V>::type& result) {
+    return std::bit_cast<std::array<V, resultCount<K>>>(result);
 }
 
-/// All phases but the first, for `vectors` results of the phase before.
-template <class K, class V, class State>
-void FinishBlock(ElementOf<V>* out, const State* states, unsigned long vectors) {
-    using Result = decltype(K::Next(states[0]));
-    if constexpr (std::same_as<Result, V>) {
-        for (unsigned long j = 0; j < vectors; ++j) {
-            Store(out + j * Lanes<V>::count, K::Next(states[j]));
+/// All phases but the first, for the states of `vectors` vectors. Each is a function of its own, so
+/// that its constants get the registers.
+template <class K, class V, int phase = 0, class State>
+[[gnu::noinline]] void FinishBlock(Outputs<K, ElementOf<V>> out, State* states,
+                                   unsigned long vectors) {
+    const auto next = [=](unsigned long j) {
+        if constexpr (HasLastingState<K, V>) {
+            return K::Next(states[j], std::integral_constant<int, phase>{});
+        } else {
+            return K::Next(states[j]);
         }
+    };
+    using Result = decltype(next(0));
+    if constexpr (std::same_as<Result, typename ResultOf<K, V>::type>) {
+        for (unsigned long j = 0; j < vectors; ++j) {
+            const auto values = Separate<K, V>(next(j));
+            for (unsigned long k = 0; k < values.size(); ++k) {
+                Store(out[k] + j * Lanes<V>::count, values[k]);
+            }
+        }
+    } else if constexpr (std::is_void_v<Result>) {
+        for (unsigned long j = 0; j < vectors; ++j) {
+            next(j);
+        }
+        FinishBlock<K, V, phase + 1>(out, states, vectors);
     } else {
         Result results[blockVectors];
         for (unsigned long j = 0; j < vectors; ++j) {
-            results[j] = K::Next(states[j]);
+            results[j] = next(j);
         }
         FinishBlock<K, V>(out, results, vectors);
     }
+}
+
+/// All phases for one block, into `out` if they serve all of it. Otherwise into `elsewhere`, or
+/// nowhere without one, and returns false.
+template <class K, class T, std::same_as<const T*>... Sources>
+bool EvaluatePhases(Outputs<K, T> out, const Outputs<K, T>* elsewhere, unsigned long count,
+                    Sources... in) {
+    using V = Vector<T>;
+    constexpr unsigned long lanes = Lanes<V>::count;
+    MaskOf<V> rare{};
+    using Started = decltype(K::First(Load<V>(in)..., rare));
+    typename StateOf<K, V, Started>::type states[blockVectors];
+    for (unsigned long j = 0; j < count / lanes; ++j) {
+        static_cast<Started&>(states[j]) = K::First(Load<V>(in + j * lanes)..., rare);
+    }
+    const bool serves = !Any<V>(rare);
+    if (!serves) [[unlikely]] {
+        if (elsewhere == nullptr) {
+            return false;
+        }
+        out = *elsewhere;
+    }
+    FinishBlock<K, V>(out, states, count / lanes);
+    return serves;
 }
 
 template <class K, class... V>
@@ -90,121 +152,91 @@ concept HasSecondRange = requires(i32x4 rare, V... x) {
     K::Second(x..., rare);
 };
 
-/// The second range of a kernel that takes what the phases gave, or does not, or has none.
+/// Puts the second range of a kernel, if it has one, into the rare lanes that it serves. Returns
+/// the bits of the others.
 template <class K, class V, std::same_as<V>... Operands>
-V SecondRange(V phases, MaskOf<V>& rare, Operands... x) {
-    if constexpr (HasSecondRange<K, Operands..., V>) {
-        return K::Second(x..., phases, rare);
-    } else if constexpr (HasSecondRange<K, Operands...>) {
-        return K::Second(x..., rare);
+unsigned PatchBySecond(ElementOf<V>* values, unsigned rare, Operands... x) {
+    if constexpr (HasSecondRange<K, Operands...> || HasSecondRange<K, Operands..., V>) {
+        MaskOf<V> unserved{};
+        V second;
+        if constexpr (HasSecondRange<K, Operands...>) {
+            second = K::Second(x..., unserved);
+        } else {
+            second = K::Second(x..., Load<V>(values), unserved);
+        }
+        const unsigned left = rare & LaneBits<V>(unserved);
+        for (unsigned now = rare & ~left; now != 0; now &= now - 1) {
+            const int lane = std::countr_zero(now);
+            values[lane] = second[lane];
+        }
+        return left;
     } else {
-        rare = ~MaskOf<V>{};
-        return phases;
+        return rare;
     }
 }
 
 /// Puts right what the phases did not serve. Returns the index of the first element outside the
 /// domain, or `count`.
 template <class K, class D, class T, std::same_as<const T*>... Sources>
-[[gnu::noinline]] unsigned long PatchRare(T* values, unsigned long count, Sources... in) {
+[[gnu::noinline]] unsigned long PatchRare(Outputs<K, T> values, unsigned long count,
+                                          Sources... in) {
     using V = Vector<T>;
     for (unsigned long i = 0; i < count; i += Lanes<V>::count) {
         MaskOf<V> rare{};
         (void)K::First(Load<V>(in + i)..., rare);
         unsigned bits = LaneBits<V>(rare);
         if (bits != 0) {
-            MaskOf<V> left{};
-            T second[Lanes<V>::count];
-            Store(second, SecondRange<K, V>(Load<V>(values + i), left, Load<V>(in + i)...));
-            for (unsigned now = bits & ~LaneBits<V>(left); now != 0; now &= now - 1) {
-                const int lane = std::countr_zero(now);
-                values[i + static_cast<unsigned long>(lane)] = second[lane];
-            }
-            bits &= LaneBits<V>(left);
+            bits = PatchBySecond<K, V>(values[0] + i, bits, Load<V>(in + i)...);
         }
         for (; bits != 0; bits &= bits - 1) {
             const unsigned long lane = i + static_cast<unsigned long>(std::countr_zero(bits));
             if (D::IsOutside(in[lane]...)) {
                 return lane;
             }
-            values[lane] = K::Entry(in[lane]...);
+            const auto results = Separate<K, T>(K::Entry(in[lane]...));
+            for (unsigned long k = 0; k < results.size(); ++k) {
+                values[k][lane] = results[k];
+            }
         }
     }
     return count;
 }
 
-/// Values of a kernel's narrow range for one block, if all of it is inside; otherwise writes nothing
-/// and returns false.
+/// Whether the first vector of a block is in the narrow range of a kernel: what the others are like
+/// is found out with their values.
 template <class Near, class T, std::same_as<const T*>... Sources>
-bool EvaluateNear(T* out, unsigned long count, Sources... in) {
+bool IsNear(Sources... in) {
     using V = Vector<T>;
-    constexpr unsigned long lanes = Lanes<V>::count;
     MaskOf<V> outside{};
-    decltype(Near::First(Load<V>(in)..., outside)) states[blockVectors];
-    states[0] = Near::First(Load<V>(in)..., outside);
-    if (Any<V>(outside)) {
-        return false;
-    }
-    for (unsigned long j = 1; j < count / lanes; ++j) {
-        states[j] = Near::First(Load<V>(in + j * lanes)..., outside);
-    }
-    if (Any<V>(outside)) {
-        return false;
-    }
-    FinishBlock<Near, V>(out, states, count / lanes);
-    return true;
+    (void)Near::First(Load<V>(in)..., outside);
+    return !Any<V>(outside);
 }
-
-/// What the phases of a kernel work on.
-template <class K, class V, class Started>
-struct BlockStateOf {
-    using type = Started;
-};
-template <class K, class V, class Started>
-requires WorksInPlace<K, V>
-struct BlockStateOf<K, V, Started> {
-    using type = typename K::template State<V>;
-};
-template <class K, class V, class Started>
-using BlockState = typename BlockStateOf<K, V, Started>::type;
 
 /// Values of K for one block: whole vectors, at most `blockVectors`. Writes the elements before the
 /// first one outside the domain, none after it, and returns their number. `out` may be a source.
 template <class K, class D, class T, std::same_as<const T*>... Sources>
-unsigned long EvaluateBlock(T* out, unsigned long count, Sources... in) {
-    using V = Vector<T>;
-    constexpr unsigned long lanes = Lanes<V>::count;
-    if constexpr (requires { K::WholeBlock(out, count, in...); }) {
-        if (K::WholeBlock(out, count, in...)) {
+unsigned long EvaluateBlock(Outputs<K, T> out, unsigned long count, Sources... in) {
+    if constexpr (requires { K::WholeBlock(out[0], count, in...); }) {
+        if (K::WholeBlock(out[0], count, in...)) {
             return count;
         }
     }
     if constexpr (requires { typename K::Near; }) {
-        if (EvaluateNear<typename K::Near>(out, count, in...)) {
+        using Near = typename K::Near;
+        if (IsNear<Near, T>(in...) && EvaluatePhases<Near, T>(out, nullptr, count, in...)) {
             return count;
         }
     }
-    MaskOf<V> rare{};
-    using Started = decltype(K::First(Load<V>(in)..., rare));
-    BlockState<K, V, Started> states[blockVectors];
-    for (unsigned long j = 0; j < count / lanes; ++j) {
-        static_cast<Started&>(states[j]) = K::First(Load<V>(in + j * lanes)..., rare);
-    }
-    const auto finish = [&](T* to) {
-        if constexpr (WorksInPlace<K, V>) {
-            FinishInPlace<K, V>(to, states, count / lanes);
-        } else {
-            FinishBlock<K, V>(to, states, count / lanes);
-        }
-    };
-    if (!Any<V>(rare)) [[likely]] {
-        finish(out);
+    T values[resultCount<K>][blockElements<T>];
+    Outputs<K, T> elsewhere;
+    std::copy_n(values, elsewhere.size(), elsewhere.begin());
+    if (EvaluatePhases<K, T>(out, &elsewhere, count, in...)) [[likely]] {
         return count;
     }
-    T values[blockElements<T>];
-    finish(values);
-    const unsigned long done = PatchRare<K, D, T>(values, count, in...);
-    std::copy_n(values, done, out);
+    const unsigned long done = PatchRare<K, D, T>(elsewhere, count, in...);
+    for (unsigned long k = 0; k < out.size(); ++k) {
+        std::copy_n(values[k], done, out[k]);
+    }
     return done;
 }
 
@@ -262,38 +294,47 @@ struct BlockSource {
 /// Values of K in the working type W for all elements, or up to the first one outside the domain:
 /// returns how many are not done. A narrower destination is rounded to at the store.
 template <class K, class D, class W, class TDst, class... Sources>
-unsigned long MapBlocks(unsigned long count, Walk<TDst> dst, Sources... sources) {
+unsigned long MapBlocks(unsigned long count, std::array<Walk<TDst>, resultCount<K>> dst,
+                        Sources... sources) {
     constexpr unsigned long lanes = Lanes<Vector<W>>::count;
     while (count >= lanes) {
         const unsigned long wanted = std::min(count - count % lanes, blockElements<W>);
-        W values[blockElements<W>];
-        W* out = values;
-        if constexpr (std::same_as<TDst, W>) {
-            if (dst.IsAdjacent()) {
-                out = dst.p;
+        W values[dst.size()][blockElements<W>];
+        Outputs<K, W> out;
+        for (unsigned long k = 0; k < dst.size(); ++k) {
+            out[k] = values[k];
+            if constexpr (std::same_as<TDst, W>) {
+                if (dst[k].IsAdjacent()) {
+                    out[k] = dst[k].p;
+                }
             }
         }
         const unsigned long done = EvaluateBlock<K, D, W>(out, wanted, sources.Block(wanted)...);
-        if (out == values) {
-            Walk<TDst> to = dst;
-            for (unsigned long i = 0; i < done; ++i) {
-                *to.p = static_cast<TDst>(values[i]);
-                to.Step(1);
+        for (unsigned long k = 0; k < dst.size(); ++k) {
+            if (out[k] == values[k]) {
+                Walk<TDst> to = dst[k];
+                for (unsigned long i = 0; i < done; ++i) {
+                    *to.p = static_cast<TDst>(values[k][i]);
+                    to.Step(1);
+                }
             }
+            dst[k].Step(done);
         }
         count -= done;
         if (done != wanted) {
             return count;
         }
-        dst.Step(done);
         (sources.walk.Step(done), ...);
     }
     for (; count != 0; --count) {
         if (D::IsOutside(sources.Element()...)) {
             return count;
         }
-        *dst.p = static_cast<TDst>(K::Entry(sources.Element()...));
-        dst.Step(1);
+        const auto results = Separate<K, W>(K::Entry(sources.Element()...));
+        for (unsigned long k = 0; k < dst.size(); ++k) {
+            *dst[k].p = static_cast<TDst>(results[k]);
+            dst[k].Step(1);
+        }
         (sources.walk.Step(1), ...);
     }
     return 0;
@@ -303,7 +344,17 @@ unsigned long MapBlocks(unsigned long count, Walk<TDst> dst, Sources... sources)
 template <class K, class D, class T>
 unsigned long MapInDomain(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
                           unsigned long count) {
-    return MapBlocks<K, D, T>(count, Walk<T>(dst, dstStride), BlockSource<T, T>(src, srcStride));
+    return MapBlocks<K, D, T>(count, std::array{Walk<T>(dst, dstStride)},
+                              BlockSource<T, T>(src, srcStride));
+}
+
+/// A family of two results, each with a destination of its own, defined everywhere.
+template <class K, class T>
+void MapTwoResults(T* dst1, T* dst2, T* src, unsigned long dst1Stride, unsigned long dst2Stride,
+                   unsigned long srcStride, unsigned long count) {
+    MapBlocks<K, Everywhere, T>(count,
+                                std::array{Walk<T>(dst1, dst1Stride), Walk<T>(dst2, dst2Stride)},
+                                BlockSource<T, T>(src, srcStride));
 }
 
 /// A two-operand family of several phases: the kernel works in `double` if a source is `double`.
@@ -311,8 +362,8 @@ template <class K, class D, class TDst, class TA, class TB>
 unsigned long MapPairsInDomain(TDst* dst, TA* a, TB* b, unsigned long dstStride,
                                unsigned long aStride, unsigned long bStride, unsigned long count) {
     using W = std::common_type_t<TA, TB>;
-    return MapBlocks<K, D, W>(count, Walk<TDst>(dst, dstStride), BlockSource<W, TA>(a, aStride),
-                              BlockSource<W, TB>(b, bStride));
+    return MapBlocks<K, D, W>(count, std::array{Walk<TDst>(dst, dstStride)},
+                              BlockSource<W, TA>(a, aStride), BlockSource<W, TB>(b, bStride));
 }
 
 /// The same for a function that is defined everywhere.
@@ -333,7 +384,7 @@ unsigned long MapToComplex(std::complex<T>* dst, T* src, unsigned long dstStride
         const unsigned long n = std::min(count, blockElements<T>);
         const T* in = source.Block(n);
         T values[blockElements<T>];
-        MapBlocks<typename F::Real, Everywhere, T>(n, Walk<T>(values, 1),
+        MapBlocks<typename F::Real, Everywhere, T>(n, std::array{Walk<T>(values, 1)},
                                                    BlockSource<T, const T>(in, 1));
         for (unsigned long i = 0; i < n; ++i) {
             *to.p = {values[i], F::Imaginary(in[i])};

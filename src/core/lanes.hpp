@@ -8,6 +8,7 @@
 #define NX_CORE_LANES_HPP
 
 #include <bit>
+#include <cmath>
 #include <concepts>
 #include <cstdint>
 #include <cstring>
@@ -96,8 +97,8 @@ using Vector = typename VectorFor<T>::type;
 
 // Memory.
 
-/// Loads a value from any address. For lanes, the instructions: a memcpy makes g++ go through memory
-/// a second time.
+/// Loads a value from any address. For lanes, the instructions: a memcpy makes g++ go through
+/// memory a second time.
 template <Value V>
 V Load(const ElementOf<V>* p) {
     if constexpr (std::same_as<V, f64x2>) {
@@ -313,11 +314,15 @@ V Drop(i32x4 mask, V a) {
     return (V)((i32x4)a & ~mask);
 }
 
-/// The value with its sign bit cleared, also that of a NaN.
+/// The value with its sign bit cleared, also that of a NaN. For a scalar the function, since
+/// operators on its pattern would take it through an integer register.
 template <Value V>
 V Abs(V v) {
-    using T = ElementOf<V>;
-    return FromBits<V>(Bits(v) & (signBit<T> - 1));
+    if constexpr (std::floating_point<V>) {
+        return std::fabs(v);
+    } else {
+        return FromBits<V>(Bits(v) & (signBit<ElementOf<V>> - 1));
+    }
 }
 
 /// True where the sign bit is set.

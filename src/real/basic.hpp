@@ -79,8 +79,8 @@ bool IsFinite(T x) {
     return Abs(x) <= std::numeric_limits<T>::max();
 }
 
-/// x as a fraction in [0.5, 1) and a power of two. A zero, an infinity and a NaN come back as they are,
-/// with the exponent 0.
+/// x as a fraction in [0.5, 1) and a power of two. A zero, an infinity and a NaN come back as they
+/// are, with the exponent 0.
 inline double SplitExponent(double x, int* exponent) {
     return std::frexp(x, exponent);
 }

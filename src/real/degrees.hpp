@@ -1,7 +1,7 @@
 // Degrees to radians and back, in `double` and in `float`.
 //
-// The factor has a head and a tail, each with a product of its own, so that it counts with more bits
-// than one value holds.
+// The factor has a head and a tail, each with a product of its own, so that it counts with more
+// bits than one value holds.
 #ifndef NX_REAL_DEGREES_HPP
 #define NX_REAL_DEGREES_HPP
 

@@ -30,7 +30,7 @@ struct MagnitudeSource {
             im[i] = static_cast<W>(from.p->imag());
             from.Step(1);
         }
-        EvaluateBlock<HypotKernel, Everywhere, W>(re, count, static_cast<const W*>(re),
+        EvaluateBlock<HypotKernel, Everywhere, W>({re}, count, static_cast<const W*>(re),
                                                   static_cast<const W*>(im));
         return re;
     }
@@ -52,7 +52,7 @@ void MapHypot(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aS
               unsigned long bStride, unsigned long count) {
     using W = std::common_type_t<typename tvr_scalar::realType<TA>::type,
                                  typename tvr_scalar::realType<TB>::type>;
-    MapBlocks<HypotKernel, Everywhere, W>(count, Walk<TDst>(dst, dstStride),
+    MapBlocks<HypotKernel, Everywhere, W>(count, std::array{Walk<TDst>(dst, dstStride)},
                                           SideSource<W, TA>(a, aStride),
                                           SideSource<W, TB>(b, bStride));
 }

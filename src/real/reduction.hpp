@@ -1,12 +1,12 @@
-// The reduction of trigonometric arguments: x = n * pi/2 + head + tail, with the remainder no larger
-// than about pi/4, in `double` and in `float`.
+// The reduction of trigonometric arguments: x = n * pi/2 + head + tail, with the remainder no
+// larger than about pi/4, in `double` and in `float`.
 //
 // 1. pi/2 is split into parts of so few bits that n times each but the last is exact. One part and
 //    the rest do unless the difference cancels; then the rest is replaced by a part and a smaller
 //    rest, twice at most.
 // 2. From about 2^20 * pi/2 (`float` 2^7 * pi/2) on, the argument is multiplied by as many bits of
-//    2/pi as its exponent asks for. Those that give multiples of 8 are left out. The fraction of the
-//    product, times pi/2, is the remainder.
+//    2/pi as its exponent asks for. Those that give multiples of 8 are left out. The fraction of
+//    the product, times pi/2, is the remainder.
 #ifndef NX_REAL_REDUCTION_HPP
 #define NX_REAL_REDUCTION_HPP
 
@@ -281,8 +281,8 @@ inline float ScalbnSingle(float x, int k) {
 
 __extension__ typedef unsigned __int128 u128;
 
-/// The remainder of a large `float` as the sum of the terms, from the largest to the smallest, times
-/// the scale.
+/// The remainder of a large `float` as the sum of the terms, from the largest to the smallest,
+/// times the scale.
 struct LargeProduct {
     static constexpr int terms = 10;
     float term[terms + 2]; // the last vector store fills two that are not used
@@ -604,8 +604,8 @@ template <Value V>
 /// The nearest integer comes from adding and subtracting 1.5 * 2^52 (`float` 1.5 * 2^23). It can be
 /// another one than that of `ReducePio2`, and another than 0 for what `IsReduced`, only next to the
 /// middle between two multiples, where the head is `nearHalf` or more. For n = 1 the first step is
-/// that of the range with a formula of its own. A head of `kept` times |x| or more is too large for a
-/// multiple of pi/2 by the tables, and for a second step, except from n = 32 on in `float`.
+/// that of the range with a formula of its own. A head of `kept` times |x| or more is too large for
+/// a multiple of pi/2 by the tables, and for a second step, except from n = 32 on in `float`.
 template <Value V>
 // A call for each vector would cost a third of a sine.
 [[gnu::always_inline]] inline Reduced<V> ReduceLanes(V x, MaskOf<V>& rare) {

@@ -111,8 +111,8 @@ V SumCosine(V head, V tail, V p) {
     const V z = head * head;
     const V r = (p * z) * z - head * tail;
     const V half = z * T{0.5};
-    // 0 below `splitFrom`. The fixed amount is more than any head / 4 before it. Rounded squares tell
-    // the values next to either bound apart, so that z serves in place of the size.
+    // 0 below `splitFrom`. The fixed amount is more than any head / 4 before it. Rounded squares
+    // tell the values next to either bound apart, so that z serves in place of the size.
     const V quarter = FromBits<V>(Bits(head) & C::splitMask) * T{0.25};
     const V fixed =
         Keep(Less(Broadcast<V>(C::splitFixed * C::splitFixed), z), Broadcast<V>(T{0.28125}));
@@ -140,13 +140,10 @@ T KernelCos(T x, T y) {
     const T z = x * x;
     const T r = (CosinePolynomial(z) * z) * z - x * y;
     const T half = z * T{0.5};
-    if (size < C::splitFrom) {
-        return T{1} - (half - r);
+    T taken = 0;
+    if (!(size < C::splitFrom)) { // also a NaN, which leaves its sign here
+        taken = size > C::splitFixed ? T{0.28125} : FromBits<T>(Bits(x) & C::splitMask) * T{0.25};
     }
-    if (size > C::splitFixed) {
-        return T{0.71875} - ((half - T{0.28125}) - r);
-    }
-    const T taken = FromBits<T>(Bits(x) & C::splitMask) * T{0.25};
     return (T{1} - taken) - ((half - taken) - r);
 }
 
@@ -298,7 +295,13 @@ struct SinCosResult {
 struct SinCosKernel : ReducedPhases {
     using ReducedPhases::Next;
 
+    template <class V>
+    using Results = SinCosResult<V>;
+
     struct Near {
+        template <class V>
+        using Results = SinCosResult<V>;
+
         template <class V>
         static NearArgument<V> First(V x, MaskOf<V>& rare) {
             return SinKernel::Near::First(x, rare);

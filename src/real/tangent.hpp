@@ -3,8 +3,8 @@
 // 1. x = n * pi/2 + head + tail, see reduction.hpp. For odd n the tangent of x is -1 / tan of the
 //    remainder.
 // 2. tan(head + tail) = head + r with r = head^3 * P(head^2) + tail, and v is that sum.
-// 3. -1 / v: with the upper half a1 of the quotient a, and that of v, a1 + a * (1 + a1 * (head + r)),
-//    the bracket by parts.
+// 3. -1 / v: with the upper half a1 of the quotient a, and that of v,
+//    a1 + a * (1 + a1 * (head + r)), the bracket by parts.
 // 4. Close to pi/4, from about 0.6744 on, head becomes pi/4 - head, and tan(pi/4 - y) =
 //    1 - 2 * (y - (v^2 / (1 + v) - r)); for the reciprocal all with -1 in place of 1.
 #ifndef NX_REAL_TANGENT_HPP
