@@ -81,7 +81,7 @@ T Atan(T x) {
         return ix < C::tiny ? x : x - C::V(x);
     }
     const T a = std::fabs(x);
-    int id = 3;
+    std::size_t id = 3;
     T t = T{-1} / a;
     if (ix <= C::last[1]) {
         id = 0;
