@@ -164,25 +164,28 @@ std::vector<Case> RealKernels() {
 std::vector<Case> RealPairs() {
     const Data hundred = Range("-100", "100");
     const Data positive = Range("0.1", "5");
+    const Data wide = Range("1e-30", "1e30");
+    const Data mixed = WithSpecials(wide);
     Table table;
-    table.Binary("Atan2", {hundred, Integers()}, Nx([](auto... x) { nx::Atan2(x...); }),
+    table.Binary("Atan2", {hundred, Integers(), mixed}, Nx([](auto... x) { nx::Atan2(x...); }),
                  System([](auto y, auto x) { return std::atan2(y, x); }),
                  SleefLanes([](auto y, auto x) { return Sleef_atan2d2_u10sse2(y, x); },
                             [](auto y, auto x) { return Sleef_atan2f4_u10sse2(y, x); }));
-    table.Binary("Hypot", {hundred}, Nx([](auto... x) { nx::Hypot(x...); }),
+    table.Binary("Hypot", {hundred, mixed}, Nx([](auto... x) { nx::Hypot(x...); }),
                  System([](auto x, auto y) { return std::hypot(x, y); }),
                  SleefLanes([](auto x, auto y) { return Sleef_hypotd2_u05sse2(x, y); },
                             [](auto x, auto y) { return Sleef_hypotf4_u05sse2(x, y); }));
-    table.Binary("Rem", {hundred}, Nx([](auto... x) { nx::Rem(x...); }),
+    table.Binary("Rem", {hundred, wide, mixed}, Nx([](auto... x) { nx::Rem(x...); }),
                  System([](auto x, auto y) { return std::fmod(x, y); }),
                  SleefLanes([](auto x, auto y) { return Sleef_fmodd2_sse2(x, y); },
                             [](auto x, auto y) { return Sleef_fmodf4_sse2(x, y); }));
-    table.Binary("Mod", {hundred, Integers()}, Nx([](auto... x) { nx::Mod(x...); }),
+    table.Binary("Mod", {hundred, Integers(), wide, mixed}, Nx([](auto... x) { nx::Mod(x...); }),
                  System([](auto x, auto y) {
                      const auto r = std::fmod(x, y);
                      return r != 0 && (r < 0) != (y < 0) ? r + y : r;
                  }));
-    table.Binary("Power", {positive}, Nx([](auto... x) { nx::Power(x...); }),
+    table.Binary("Power", {positive, WithSpecials(positive)},
+                 Nx([](auto... x) { nx::Power(x...); }),
                  System([](auto x, auto y) { return std::pow(x, y); }),
                  SleefLanes([](auto x, auto y) { return Sleef_powd2_u10sse2(x, y); },
                             [](auto x, auto y) { return Sleef_powf4_u10sse2(x, y); }));

@@ -136,13 +136,36 @@ TYPED_TEST(RealPairs, PowerMaybeStopsInEveryShape) {
 }
 
 template <class T>
-class RealPairsInPlace : public ::testing::Test {};
+class RealPairsOfOneType : public ::testing::Test {};
 
 using RealTypes = ::testing::Types<double, float>;
-TYPED_TEST_SUITE(RealPairsInPlace, RealTypes);
+TYPED_TEST_SUITE(RealPairsOfOneType, RealTypes);
+
+/// A block has a loop of its own where all of its sides are of a size that needs no scale.
+TYPED_TEST(RealPairsOfOneType, HypotIsTheSameForBlocksOfOneSize) {
+    using T = TypeParam;
+    using Limits = std::numeric_limits<T>;
+    constexpr std::size_t count = 128;
+    Random random(24);
+    std::vector<T> a(count), b(count), got(count);
+    for (int exponent = Limits::min_exponent - Limits::digits; exponent <= Limits::max_exponent;
+         ++exponent) {
+        for (const int apart : {0, 1, 28, 29, 30, 31, 58, 59, 60, 61}) {
+            for (std::size_t i = 0; i < count; ++i) {
+                a[i] = std::ldexp(random.Between<T>(1, 2), exponent);
+                b[i] = std::ldexp(random.Between<T>(1, 2), exponent - apart);
+            }
+            Hypot<T, T, T>(got.data(), a.data(), b.data(), 1, 1, 1, count);
+            for (std::size_t i = 0; i < count; ++i) {
+                ASSERT_TRUE(SameBits(got[i], real::KernelHypot(a[i], b[i])))
+                    << Show(a[i]) << ' ' << Show(b[i]);
+            }
+        }
+    }
+}
 
 /// The elements from the stop on keep what they held.
-TYPED_TEST(RealPairsInPlace, PowerMaybeLeavesTheRest) {
+TYPED_TEST(RealPairsOfOneType, PowerMaybeLeavesTheRest) {
     using T = TypeParam;
     Random random(23);
     for (const bool overA : {true, false}) {
