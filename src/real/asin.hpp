@@ -16,6 +16,7 @@
 
 #include "core/lanes.hpp"
 #include "real/atan.hpp"
+#include "real/exp.hpp"
 
 namespace nx::real {
 
@@ -40,6 +41,8 @@ struct AsinConstants<double> {
 
     /// From here on, 1 is so close that the arcsine needs no f.
     static constexpr double nearOne = std::bit_cast<double>(UINT64_C(0x3FEF333300000000));
+    /// The square of anything smaller may be too small for all its digits.
+    static constexpr double squareUnderflows = 0x1p-500;
     /// The bits that f leaves out.
     static constexpr std::uint64_t lowBits = UINT64_C(0x00000000FFFFFFFF);
 };
@@ -53,80 +56,119 @@ struct AsinConstants<float> {
     static constexpr float Q2 = Pinned(0.2899995744228363f, 0x3E947AD3);
 
     static constexpr float nearOne = std::bit_cast<float>(UINT32_C(0x3F79999A));
+    static constexpr float squareUnderflows = 0x1p-60f;
     static constexpr std::uint32_t lowBits = UINT32_C(0x00000FFF);
 };
 
-/// R of step 1, a fraction p / q.
-template <Value V>
-struct AsinRatio {
-    V p, q;
-};
+// Everything is for z4 = 4 * z and s2 = 2 * s, its root: all that comes of them is exactly a power of
+// two times as large, and so are the coefficients smaller.
 
 template <Doubles V>
-AsinRatio<V> AsinRatioAt(V z) {
+V AsinNumerator(V z4) {
     using C = AsinConstants<double>;
-    return {(((((C::P5 * z + C::P4) * z + C::P3) * z + C::P2) * z + C::P1) * z + C::P0) * z,
-            (((C::Q4 * z + C::Q3) * z + C::Q2) * z + C::Q1) * z + 1.0};
+    return (((((C::P5 / 4096 * z4 + C::P4 / 1024) * z4 + C::P3 / 256) * z4 + C::P2 / 64) * z4 +
+             C::P1 / 16) *
+                z4 +
+            C::P0 / 4) *
+           z4;
 }
 template <Floats V>
-AsinRatio<V> AsinRatioAt(V z) {
+V AsinNumerator(V z4) {
     using C = AsinConstants<float>;
-    return {((C::P2 * z + C::P1) * z + C::P0) * z, (C::Q2 * z + C::Q1) * z + 1.0f};
+    return ((C::P2 / 64 * z4 + C::P1 / 16) * z4 + C::P0 / 4) * z4;
 }
 
+template <Doubles V>
+V AsinDenominator(V z4) {
+    using C = AsinConstants<double>;
+    return (((C::Q4 / 256 * z4 + C::Q3 / 64) * z4 + C::Q2 / 16) * z4 + C::Q1 / 4) * z4 + 1.0;
+}
+template <Floats V>
+V AsinDenominator(V z4) {
+    using C = AsinConstants<float>;
+    return (C::Q2 / 16 * z4 + C::Q1 / 4) * z4 + 1.0f;
+}
+
+/// R.
 template <Value V>
-V AsinQuotient(V z) {
-    const AsinRatio<V> ratio = AsinRatioAt(z);
-    return ratio.p / ratio.q;
+V AsinQuotient(V z4) {
+    return AsinNumerator(z4) / AsinDenominator(z4);
 }
 
-/// The lesser of a^2 and (1 - a) / 2.
+/// 2 * f of step 3.
 template <Value V>
-V AsinRatioArgument(V a) {
-    using T = ElementOf<V>;
-    return Lesser(a * a, (T{1} - a) * T{0.5});
+V AsinHead(V s2) {
+    return FromBits<V>(Bits(s2) & ~AsinConstants<ElementOf<V>>::lowBits);
 }
 
-/// f of step 3.
-template <Value V>
-V AsinHead(V s) {
-    return FromBits<V>(Bits(s) & ~AsinConstants<ElementOf<V>>::lowBits);
-}
-
-/// True outside [-1, 1], for a = |x|.
-template <Value V>
-MaskOf<V> IsBeyondOne(V a) {
-    return Not(LessEqual(a, Broadcast<V>(1)));
-}
-
-struct AsinKernel {
+/// The phases before the last.
+struct AsinPhases {
     template <Value V>
     struct Argument {
-        V x, z4, s2;
-        AsinRatio<V> r;
+        V x, z4, s2, numerator;
+    };
+    template <Value V>
+    struct State : Argument<V> {
+        V denominator, c2;
     };
 
     /// Rare: outside [-1, 1].
     template <Value V>
     static Argument<V> First(V x, MaskOf<V>& rare) {
+        using T = ElementOf<V>;
         const V a = Abs(x);
-        rare |= IsBeyondOne(a);
-        const V z = AsinRatioArgument(a);
-        const V z4 = z * ElementOf<V>{4};
-        return {x, z4, Sqrt(z4), AsinRatioAt(z)};
+        rare |= NotLess(a, Broadcast<V>(1 + std::numeric_limits<T>::epsilon()));
+        const V t = a + a;
+        const V z4 = Lesser(t * t, T{2} - t);
+        return {x, z4, Sqrt(z4), AsinNumerator(z4)};
     }
 
-    /// In the small range s2 is 2 * a: the root of a rounded square is what was squared. Where the
-    /// square underflows, the product is nothing beside a.
+    /// At 1, c is 0 / 0 but for a divisor that is never 0.
+    template <class State>
+    static void Next(State& x, Phase<0>) {
+        using V = decltype(x.s2);
+        const V f2 = AsinHead(x.s2);
+        const V divisor =
+            Greater(x.s2 + f2, Broadcast<V>(std::numeric_limits<ElementOf<V>>::min()));
+        x.denominator = AsinDenominator(x.z4);
+        x.c2 = (x.z4 - f2 * f2) / divisor;
+    }
+};
+
+struct AsinKernel : AsinPhases {
+    using AsinPhases::Next;
+
     template <Value V>
-    static V Next(const Argument<V>& x) {
+    struct Argument : AsinPhases::Argument<V> {
+        MaskOf<V> isSmall;
+    };
+    template <Value V>
+    struct State : Argument<V> {
+        V denominator, c2;
+    };
+
+    /// In the small range s2 is 2 * a: the root of a rounded square is what was squared. It has to be
+    /// put right where the square underflows; elsewhere in [-1, 1] it is not above 2 * a.
+    template <Value V>
+    static Argument<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
-        const V a = Abs(x.x);
-        const V product = x.r.p / x.r.q * x.s2;
-        const V y = Select(Less(a, Broadcast<V>(AsinConstants<T>::nearOne)),
-                           Middle(product, x.s2, x.z4), NearOne(product, x.s2));
-        const V small = product * T{0.5} + a;
-        return WithSignOf(Select(Less(a, Broadcast<V>(T{0.5})), small, y), x.x);
+        const V a = Abs(x);
+        const V t = a + a;
+        AsinPhases::Argument<V> argument = AsinPhases::First(x, rare);
+        const V tiny = Lesser(t, Broadcast<V>(AsinConstants<T>::squareUnderflows));
+        argument.s2 = Lesser(t, Greater(argument.s2, tiny));
+        return {argument, Less(a, Broadcast<V>(T{0.5}))};
+    }
+
+    template <class V>
+    static V Next(const State<V>& x, Phase<1>) {
+        using T = ElementOf<V>;
+        using C = Angles<T>;
+        const V product = x.numerator / x.denominator * x.s2;
+        const V sum = product + x.s2;
+        const V y = Select(Less(Broadcast<V>(2 - 2 * AsinConstants<T>::nearOne), x.z4),
+                           Middle(product, AsinHead(x.s2), x.c2), C::halfPi - (sum - C::halfPiLo));
+        return WithSignOf(Select(x.isSmall, sum * T{0.5}, y), x.x);
     }
 
     template <class T>
@@ -137,20 +179,19 @@ struct AsinKernel {
             return a == 1 ? WithSignOf(Angles<T>::halfPi, x) : defaultNaN<T>;
         }
         if (ax < UpperWord(T{0.5})) {
-            return ax < UpperWord(T{0x1p-27}) ? x : x + AsinQuotient(x * x) * x;
+            return ax < UpperWord(T{0x1p-27}) ? x : x + AsinQuotient((x + x) * (x + x)) * x;
         }
-        const T z = (T{1} - a) * T{0.5};
-        const T z4 = z * T{4};
+        const T z4 = T{2} - (a + a);
         const T s2 = std::sqrt(z4);
-        const T product = AsinQuotient(z) * s2;
-        const bool middle = ax < UpperWord(AsinConstants<T>::nearOne);
-        return WithSignOf(middle ? Middle(product, s2, z4) : NearOne(product, s2), x);
+        const T product = AsinQuotient(z4) * s2;
+        if (ax >= UpperWord(AsinConstants<T>::nearOne)) {
+            return WithSignOf(NearOne(product, s2), x);
+        }
+        const T f2 = AsinHead(s2);
+        return WithSignOf(Middle(product, f2, (z4 - f2 * f2) / (s2 + f2)), x);
     }
 
 private:
-    // Both for s2 = 2 * s, the root of z4 = 4 * z, and product = R * s2: f, c and all that comes of
-    // them is exactly twice as large.
-
     template <Value V>
     static V NearOne(V product, V s2) {
         using C = Angles<ElementOf<V>>;
@@ -158,10 +199,8 @@ private:
     }
 
     template <Value V>
-    static V Middle(V product, V s2, V z4) {
+    static V Middle(V product, V f2, V c2) {
         using C = Angles<ElementOf<V>>;
-        const V f2 = AsinHead(s2);
-        const V c2 = (z4 - f2 * f2) / (s2 + f2);
         return C::quarterPi - ((product - (C::halfPiLo - c2)) - (C::quarterPi - f2));
     }
 };
@@ -172,39 +211,24 @@ T KernelAsin(T x) {
     return AsinKernel::Entry(x);
 }
 
-struct AcosKernel {
-    /// u is x in the small range and s outside.
-    template <Value V>
-    struct Argument {
-        V x, z, u;
-        AsinRatio<V> r;
-    };
+struct AcosKernel : AsinPhases {
+    using AsinPhases::Next;
 
-    /// Rare: outside [-1, 1].
-    template <Value V>
-    static Argument<V> First(V x, MaskOf<V>& rare) {
-        const V a = Abs(x);
-        rare |= IsBeyondOne(a);
-        const V z = AsinRatioArgument(a);
-        return {x, z, Select(IsSmall(a), x, Sqrt(z)), AsinRatioAt(z)};
-    }
-
-    /// All ranges have an angle (R * u - tail) + f, to be doubled but for the small one, and to be
-    /// taken from a base but for the high one. There f is the head and the tail is -c; elsewhere f
-    /// is u and the tail that of pi/2. At 1, c is 0 / 0 but for a divisor that is never 0.
-    template <Value V>
-    static V Next(const Argument<V>& x) {
+    /// All ranges have an angle (R * u - tail) + f, to be taken from a base but for the high one.
+    /// There f is the head and the tail is -c; elsewhere f is u and the tail that of the base.
+    template <class V>
+    static V Next(const State<V>& x, Phase<1>) {
         using T = ElementOf<V>;
         using C = Angles<T>;
-        const MaskOf<V> small = IsSmall(Abs(x.x));
+        const MaskOf<V> small = LessEqual(Abs(x.x), Broadcast<V>(T{0.5}));
         const MaskOf<V> high = Less(Broadcast<V>(T{0.5}), x.x);
-        const V f = Select(high, AsinHead(x.u), x.u);
-        const V divisor = Greater(x.u + f, Broadcast<V>(std::numeric_limits<T>::min()));
-        const V tail = Select(high, (f * f - x.z) / divisor, Broadcast<V>(C::halfPiLo));
-        const V angle = (x.r.p / x.r.q * x.u - tail) + f;
-        const V scaled = angle + Drop(small, angle);
+        const V u = Select(small, x.x, x.s2);
+        const V f = Select(high, AsinHead(x.s2), u);
         const V base = C::pi - Keep(small, Broadcast<V>(C::halfPi));
-        return Select(high, scaled, base - scaled);
+        const V baseLo = 2 * C::halfPiLo - Keep(small, Broadcast<V>(C::halfPiLo));
+        const V tail = Select(high, -x.c2, baseLo);
+        const V angle = (x.numerator / x.denominator * u - tail) + f;
+        return Select(high, angle, base - angle);
     }
 
     template <class T>
@@ -212,29 +236,22 @@ struct AcosKernel {
         using C = Angles<T>;
         const T a = Abs(x);
         if (Pattern(a) <= Pattern(T{0.5})) {
-            return a < T{0x1p-57} ? C::halfPi
-                                  : C::halfPi - (x - (C::halfPiLo - AsinQuotient(x * x) * x));
+            return a < T{0x1p-57}
+                       ? C::halfPi
+                       : C::halfPi - (x - (C::halfPiLo - AsinQuotient((x + x) * (x + x)) * x));
         }
         if (Pattern(a) < Pattern(T{1})) {
-            const T z = (T{1} - a) * T{0.5};
-            const T s = std::sqrt(z);
-            const T product = AsinQuotient(z) * s;
+            const T z4 = T{2} - (a + a);
+            const T s2 = std::sqrt(z4);
+            const T product = AsinQuotient(z4) * s2;
             if (x < 0) {
-                const T v = s + (product - C::halfPiLo);
-                return C::pi - (v + v);
+                return C::pi - (s2 + (product - 2 * C::halfPiLo));
             }
-            const T f = AsinHead(s);
-            const T c = (z - f * f) / (s + f);
-            const T v = (product + c) + f;
-            return v + v;
+            const T f2 = AsinHead(s2);
+            const T c2 = (z4 - f2 * f2) / (s2 + f2);
+            return (product + c2) + f2;
         }
         return x == 1 ? T{0} : x == -1 ? C::pi : defaultNaN<T>;
-    }
-
-private:
-    template <Value V>
-    static MaskOf<V> IsSmall(V a) {
-        return LessEqual(a, Broadcast<V>(ElementOf<V>{0.5}));
     }
 };
 

@@ -16,6 +16,7 @@
 
 #include <concepts>
 #include <cstdint>
+#include <type_traits>
 
 #include "core/lanes.hpp"
 
@@ -31,6 +32,8 @@ struct ExpConstants<double> {
     static constexpr double ln2Hi = Pinned(0.6931471803691238, 0x3FE62E42FEE00000);
     static constexpr double ln2Lo = Pinned(1.9082149292705877e-10, 0x3DEA39EF35793C76);
     static constexpr double invLn2 = Pinned(1.4426950408889634, 0x3FF71547652B82FE);
+    /// Times a value up to 1 it is above 1/2 just where k is not 0.
+    static constexpr double invLn2Near = Pinned(1.4426950369246754, 0x3FF71547641B1680);
     static constexpr double overflow = Pinned(709.782712893384, 0x40862E42FEFA39EF);
     static constexpr double underflow = Pinned(-745.1332191019411, 0xC0874910D52D3051);
     static constexpr double e = Pinned(2.718281828459045, 0x4005BF0A8B145769);
@@ -77,6 +80,7 @@ struct ExpConstants<float> {
     static constexpr float ln2Hi = Pinned(0.693115234375f, 0x3F317000);
     static constexpr float ln2Lo = Pinned(3.194618329871446e-05f, 0x3805FDF4);
     static constexpr float invLn2 = Pinned(1.4426950216293335f, 0x3FB8AA3B);
+    static constexpr float invLn2Near = Pinned(1.442695140838623f, 0x3FB8AA3C);
     static constexpr float overflow = Pinned(88.72283172607422f, 0x42B17217);
     static constexpr float underflow = Pinned(-103.2789306640625f, 0xC2CE8ED0);
     static constexpr float threeHalfLn2 = Pinned(1.0397207736968994f, 0x3F851592);
@@ -103,6 +107,10 @@ struct ExpConstants<float> {
     static constexpr std::int32_t largeExponent = 23;
 };
 
+/// The number of a phase that works in place.
+template <int number>
+using Phase = std::integral_constant<int, number>;
+
 /// Step 1: hi, lo and k. Of k only the low bits count, as many as an exponent has.
 template <Value V>
 struct ExpReduced {
@@ -124,18 +132,30 @@ ExpReduced<V> ExpReduceByNearest(V x) {
     return ExpReduceBy(x, x * C::invLn2 + C::toInteger);
 }
 
+/// Step 1 of e^x - 1 for |x| <= 1, where k is certain.
+template <Value V>
+ExpReduced<V> ExpReduceNear(V x) {
+    using C = ExpConstants<ElementOf<V>>;
+    return ExpReduceBy(x, x * C::invLn2Near + C::toInteger);
+}
+
+/// True, for `rare`, where a value with a sign bit of 0 is not below a bound by their words, or a NaN:
+/// the sum carries into the sign bit.
+template <Value V>
+MaskOf<V> NotBelow(V a, ElementOf<V> bound) {
+    const auto sum =
+        Words(a) + (UINT32_C(0x80000000) - static_cast<std::uint32_t>(UpperWord(bound)));
+    if constexpr (std::floating_point<V>) {
+        return sum >> 31;
+    } else {
+        return (MaskOf<V>)sum;
+    }
+}
+
 /// True where x is so close to half way between two multiples of ln 2 that k may be the other one.
 template <Value V>
 MaskOf<V> IsNearHalf(const ExpReduced<V>& x) {
-    return Less(Broadcast<V>(ExpConstants<ElementOf<V>>::nearHalf), Abs(x.hi - x.lo));
-}
-
-/// Step 1 on lanes. Rare: |x| not below `lanes`, or k in doubt.
-template <Value V>
-ExpReduced<V> ExpReduce(V x, MaskOf<V>& rare) {
-    const ExpReduced<V> reduced = ExpReduceByNearest(x);
-    rare |= NotLess(Abs(x), Broadcast<V>(ExpConstants<ElementOf<V>>::lanes)) | IsNearHalf(reduced);
-    return reduced;
+    return NotBelow(Abs(x.hi - x.lo), ExpConstants<ElementOf<V>>::nearHalf);
 }
 
 /// Step 1 of one value, of which k is not 0; a half goes to the integer away from 0.
@@ -169,12 +189,6 @@ struct ExpArgument {
     BitsOf<V> step;
 };
 
-template <Value V>
-struct ExpExpanded {
-    V hi, lo, r, c;
-    BitsOf<V> step;
-};
-
 /// c of step 2.
 template <Doubles V>
 V ExpSeries(V r) {
@@ -189,10 +203,25 @@ V ExpSeries(V r) {
     return r - ((C::P3 * t + C::P2) * t + C::P1) * t;
 }
 
+/// The last steps, for c of step 2.
+template <Value V>
+V ExpSum(const ExpArgument<V>& x, V c) {
+    using T = ElementOf<V>;
+    const V y = T{1} - ((x.lo - (x.r * c) / (T{2} - c)) - x.hi);
+    return FromBits<V>(Bits(y) + x.step);
+}
+
 struct ExpKernel {
     template <Value V>
+    struct State : ExpArgument<V> {
+        V c;
+    };
+
+    template <Value V>
     static ExpArgument<V> First(V x, MaskOf<V>& rare) {
-        ExpArgument<V> argument = Argument(ExpReduce(x, rare));
+        const ExpReduced<V> reduced = ExpReduceByNearest(x);
+        rare |= NotBelow(Abs(x), ExpConstants<ElementOf<V>>::lanes) | IsNearHalf(reduced);
+        ExpArgument<V> argument = Argument(reduced);
         if constexpr (Doubles<V>) {
             // Without r the result is 1 + x. And e^1 has to be e, which the formula misses by one
             // place upwards.
@@ -203,15 +232,19 @@ struct ExpKernel {
     }
 
     template <Value V>
-    static ExpExpanded<V> Next(const ExpArgument<V>& x) {
-        return {x.hi, x.lo, x.r, ExpSeries(x.r), x.step};
+    static void Next(State<V>& x, Phase<0>) {
+        x.c = ExpSeries(x.r);
     }
 
     template <Value V>
-    static V Next(const ExpExpanded<V>& x) {
-        using T = ElementOf<V>;
-        const V y = T{1} - ((x.lo - (x.r * x.c) / (T{2} - x.c)) - x.hi);
-        return FromBits<V>(Bits(y) + x.step);
+    static V Next(const State<V>& x, Phase<1>) {
+        return ExpSum(x, x.c);
+    }
+
+    /// Both at once.
+    template <Value V>
+    static V Finish(const ExpArgument<V>& x) {
+        return ExpSum(x, ExpSeries(x.r));
     }
 
     static double Entry(double x) {
@@ -257,10 +290,10 @@ private:
         }
         ExpReduced<T> reduced = ExpReduceOne(x);
         if (x > -C::lanes) [[likely]] {
-            return Next(Next(Argument(reduced)));
+            return Finish(Argument(reduced));
         }
         reduced.k += C::scaleDownExponent;
-        return Next(Next(Argument(reduced))) * C::scaleDown;
+        return Finish(Argument(reduced)) * C::scaleDown;
     }
 };
 
@@ -274,22 +307,45 @@ T KernelExp(T x) {
 
 template <Value V>
 struct Expm1Argument {
-    V r, c;
+    V r, c, h;
     BitsOf<V> k;
 };
 
 template <Value V>
-struct Expm1Expanded {
-    V r, c, q;
-    BitsOf<V> k;
-};
+Expm1Argument<V> Expm1ArgumentOf(const ExpReduced<V>& x) {
+    const V r = x.hi - x.lo;
+    return {r, (x.hi - r) - x.lo, r * (r * ElementOf<V>{0.5}), x.k};
+}
 
-/// e^x - 1 = 2^k * (1 + r - e) - 1.
+/// Rare: k in doubt, or a NaN of positive sign.
 template <Value V>
-struct Expm1Terms {
-    V r, e;
-    BitsOf<V> k;
-};
+Expm1Argument<V> Expm1Reduce(V x, MaskOf<V>& rare) {
+    constexpr auto nearHalf = ExpConstants<ElementOf<V>>::nearHalf;
+    const Expm1Argument<V> argument = Expm1ArgumentOf(ExpReduceByNearest(x));
+    rare |= NotBelow(argument.h, nearHalf * nearHalf / 2);
+    return argument;
+}
+
+/// q of step 3.
+template <Doubles V>
+V Expm1Series(V h) {
+    using C = ExpConstants<double>;
+    return ((((C::Q5 * h + C::Q4) * h + C::Q3) * h + C::Q2) * h + C::Q1) * h + 1.0;
+}
+template <Floats V>
+V Expm1Series(V h) {
+    using C = ExpConstants<float>;
+    return ((C::Q3 * h + C::Q2) * h + C::Q1) * h + 1.0f;
+}
+
+/// e of step 3: e^x - 1 = 2^k * (1 + r - e) - 1.
+template <Value V>
+V Expm1Rest(V r, V c, V h, V q) {
+    using T = ElementOf<V>;
+    const V t = T{3} - (r * T{0.5}) * q;
+    const V e = (q - t) / (T{6} - t * r) * h;
+    return (e - c) * r - c - h;
+}
 
 /// The upper word of 2^-k.
 template <class T>
@@ -305,81 +361,66 @@ auto InRange(W words, std::uint32_t low, std::uint32_t high) {
     return SignedLess(words + (bottom - low), bottom + (high - low) + 1);
 }
 
-struct Expm1Kernel {
+/// The phases before the sum, the same for all that takes e^x - 1: `term` is q, then e.
+struct Expm1Phases {
+    template <class State>
+    static void Next(State& x, Phase<0>) {
+        x.term = Expm1Series(x.h);
+    }
+
+    template <class State>
+    static void Next(State& x, Phase<1>) {
+        x.term = Expm1Rest(x.r, x.c, x.h, x.term);
+    }
+};
+
+/// The sum for |x| <= 1, where k is -1, 0 or 1. Doubled, -1/4 is out of reach of r but for 1.
+template <Value V>
+V Expm1NearSum(V r, V e, BitsOf<V> k) {
+    using T = ElementOf<V>;
+    const BitsOf<V> step = ExponentStep<V>(k);
+    const V power = FromBits<V>(Pattern(T{1}) - step);
+    const MaskOf<V> lowerOne = Less(r, power * T{-0.5});
+    const V w = (r - Keep(lowerOne, Broadcast<V>(T{-0.5}))) - e;
+    return FromBits<V>(Bits(w - Drop(lowerOne, power - T{1})) + step);
+}
+
+template <Value V>
+struct Expm1State : Expm1Argument<V> {
+    V term;
+};
+
+struct Expm1Kernel : Expm1Phases {
+    using Expm1Phases::Next;
+    template <Value V>
+    using State = Expm1State<V>;
+
+    struct Near : Expm1Phases {
+        using Expm1Phases::Next;
+        template <Value V>
+        using State = Expm1State<V>;
+
+        template <Value V>
+        static Expm1Argument<V> First(V x, MaskOf<V>& rare) {
+            rare |= NotBelow(Abs(x), ElementOf<V>{1});
+            return Expm1ArgumentOf(ExpReduceNear(x));
+        }
+
+        template <Value V>
+        static V Next(const State<V>& x, Phase<2>) {
+            return Expm1NearSum(x.r, x.term, x.k);
+        }
+    };
+
     template <Value V>
     static Expm1Argument<V> First(V x, MaskOf<V>& rare) {
-        return Argument(ExpReduce(x, rare));
-    }
-
-    template <Doubles V>
-    static Expm1Expanded<V> Next(const Expm1Argument<V>& x) {
-        using C = ExpConstants<double>;
-        const V h = x.r * (x.r * 0.5);
-        const V q = ((((C::Q5 * h + C::Q4) * h + C::Q3) * h + C::Q2) * h + C::Q1) * h + 1.0;
-        return {x.r, x.c, q, x.k};
-    }
-    template <Floats V>
-    static Expm1Expanded<V> Next(const Expm1Argument<V>& x) {
-        using C = ExpConstants<float>;
-        const V h = x.r * (x.r * 0.5f);
-        return {x.r, x.c, ((C::Q3 * h + C::Q2) * h + C::Q1) * h + 1.0f, x.k};
+        rare |= NotBelow(Abs(x), ExpConstants<ElementOf<V>>::lanes);
+        return Expm1Reduce(x, rare);
     }
 
     template <Value V>
-    static Expm1Terms<V> Next(const Expm1Expanded<V>& x) {
-        using T = ElementOf<V>;
-        const V half = x.r * T{0.5};
-        const V h = x.r * half;
-        const V t = T{3} - half * x.q;
-        const V e = (x.q - t) / (T{6} - t * x.r) * h;
-        return {x.r, (e - x.c) * x.r - x.c - h, x.k};
-    }
-
-    /// The sum by k, with w = r - e:
-    ///   -1 to 19 (`float` 22)    2^k * (w - (2^-k - 1)), which for -1, 0 and 1, where scaling by
-    ///                            2^k is exact, has the bits of w/2 - 1/2, w and 2w + 1
-    ///   1 with r < -1/4          2^k * ((r + 1/2) - e)
-    ///   20 (`float` 23) to 56    2^k * ((r - (e + 2^-k)) + 1)
-    ///   all others               2^k * (w + 1) - 1, where from 57 on the last 1 does nothing
-    /// A form that lacks a term has 0 for it, subtracted wherever a result of -0 has to stay.
-    template <Value V>
-    static V Next(const Expm1Terms<V>& x) {
-        using T = ElementOf<V>;
-        constexpr std::int32_t large = ExpConstants<T>::largeExponent;
-        const BitsOf<V> step = ExponentStep<V>(x.k);
-        const V power = FromBits<V>(Pattern(T{1}) - step);
-        const auto word = Words(power);
-        const MaskOf<V> notBelow = SignedLess(word, WordOfPower<T>(-2));
-        const MaskOf<V> inside = InRange(word, WordOfPower<T>(large - 1), WordOfPower<T>(-1));
-        const MaskOf<V> above = InRange(word, WordOfPower<T>(56), WordOfPower<T>(large));
-        const MaskOf<V> lowerOne =
-            (MaskOf<V>)(word == WordOfPower<T>(1)) & Less(x.r, Broadcast<V>(T{-0.25}));
-        // The masks are of words, and do here: all constants that they take have a lower word of 0.
-        const V minusHalf = Keep(lowerOne, Broadcast<V>(T{-0.5}));
-        const V w = (x.r - minusHalf) - (x.e + Keep(above, power));
-        const V y = w - ((Keep(inside, power) - minusHalf) - T{1});
-        return FromBits<V>(Bits(y) + step) - Drop(notBelow, Broadcast<V>(1));
-    }
-
-    /// The same of one value: branches wait less.
-    template <Value T>
-    requires std::floating_point<T>
-    static T Next(const Expm1Terms<T>& x) {
-        using C = ExpConstants<T>;
-        const auto k = static_cast<std::int32_t>(x.k - Pattern(C::toInteger));
-        const BitsOf<T> step = ExponentStep<T>(x.k);
-        const auto scaled = [step](T y) { return FromBits<T>(Bits(y) + step); };
-        const T power = FromBits<T>(Pattern(T{1}) - step);
-        if (k < -1 || k > 56) {
-            return scaled((x.r - x.e) + T{1}) - T{1};
-        }
-        if (k >= C::largeExponent) {
-            return scaled((x.r - (x.e + power)) + T{1});
-        }
-        if (k == 1 && x.r < T{-0.25}) {
-            return scaled((x.r + T{0.5}) - x.e);
-        }
-        return scaled((x.r - x.e) - (power - T{1}));
+    static V Next(const State<V>& x, Phase<2>) {
+        return Sum(x.r, x.term, x.k);
     }
 
     template <class T>
@@ -400,17 +441,59 @@ struct Expm1Kernel {
             }
         }
         if (Abs(x) <= C::zeroExpm1) {
-            const Expm1Terms<T> terms = Next(Next(Expm1Argument<T>{x, 0, 0}));
-            return terms.r - terms.e;
+            const T h = x * (x * T{0.5});
+            return x - Expm1Rest(x, T{0}, h, Expm1Series(h));
         }
-        return Next(Next(Next(Argument(ExpReduceOne(x)))));
+        const auto [r, c, h, k] = Expm1ArgumentOf(ExpReduceOne(x));
+        return Sum(r, Expm1Rest(r, c, h, Expm1Series(h)), k);
     }
 
 private:
+    /// The sum by k, with w = r - e:
+    ///   -1 to 19 (`float` 22)    2^k * (w - (2^-k - 1)), which for -1, 0 and 1, where scaling by
+    ///                            2^k is exact, has the bits of w/2 - 1/2, w and 2w + 1
+    ///   1 with r < -1/4          2^k * ((r + 1/2) - e)
+    ///   20 (`float` 23) to 56    2^k * ((r - (e + 2^-k)) + 1)
+    ///   all others               2^k * (w + 1) - 1, where from 57 on the last 1 does nothing, and
+    ///                            2^-k - 1 is -1
+    /// A form that lacks a term has 0 for it, subtracted wherever a result of -0 has to stay.
     template <Value V>
-    static Expm1Argument<V> Argument(const ExpReduced<V>& x) {
-        const V r = x.hi - x.lo;
-        return {r, (x.hi - r) - x.lo, x.k};
+    static V Sum(V r, V e, BitsOf<V> k) {
+        using T = ElementOf<V>;
+        const BitsOf<V> step = ExponentStep<V>(k);
+        const V power = FromBits<V>(Pattern(T{1}) - step);
+        const auto word = Words(power);
+        const MaskOf<V> notBelow = SignedLess(word, WordOfPower<T>(-2));
+        const MaskOf<V> above =
+            InRange(word, WordOfPower<T>(56), WordOfPower<T>(ExpConstants<T>::largeExponent));
+        const MaskOf<V> lowerOne =
+            (MaskOf<V>)(word == WordOfPower<T>(1)) & Less(r, Broadcast<V>(T{-0.25}));
+        // The masks are of words, and do here: all constants that they take have a lower word of 0.
+        const V minusHalf = Keep(lowerOne, Broadcast<V>(T{-0.5}));
+        const V w = (r - minusHalf) - (e + Keep(above, power));
+        const V y = w - ((Drop(above, Keep(notBelow, power)) - minusHalf) - T{1});
+        return FromBits<V>(Bits(y) + step) - Drop(notBelow, Broadcast<V>(1));
+    }
+
+    /// The same of one value: branches wait less.
+    template <Value T>
+    requires std::floating_point<T>
+    static T Sum(T r, T e, BitsOf<T> bits) {
+        using C = ExpConstants<T>;
+        const auto k = static_cast<std::int32_t>(bits - Pattern(C::toInteger));
+        const BitsOf<T> step = ExponentStep<T>(bits);
+        const auto scaled = [step](T y) { return FromBits<T>(Bits(y) + step); };
+        const T power = FromBits<T>(Pattern(T{1}) - step);
+        if (k < -1 || k > 56) {
+            return scaled((r - e) + T{1}) - T{1};
+        }
+        if (k >= C::largeExponent) {
+            return scaled((r - (e + power)) + T{1});
+        }
+        if (k == 1 && r < T{-0.25}) {
+            return scaled((r + T{0.5}) - e);
+        }
+        return scaled((r - e) - (power - T{1}));
     }
 };
 

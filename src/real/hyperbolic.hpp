@@ -52,13 +52,6 @@ struct HyperbolicConstants<float> {
 template <class T>
 inline constexpr T oneExponential = 22;
 
-/// A phase of an inner kernel, with the argument of the outer one.
-template <class Inner, Value V>
-struct WithArgument {
-    Inner inner;
-    V x;
-};
-
 /// e^a * h for h = 1/2 or -1/2 and a from 22 upwards, also infinity.
 template <class T>
 T LargeTimes(T h, T a) {
@@ -76,52 +69,77 @@ T LargeTimes(T h, T a) {
 /// The same on lanes. Rare: below 22, and where the exponential's lanes end.
 template <Value V>
 V LargeTimes(V h, V a, MaskOf<V>& rare) {
-    const V e = ExpKernel::Next(ExpKernel::Next(ExpKernel::First(a, rare)));
+    const ExpArgument<V> argument = ExpKernel::First(a, rare);
     rare |= Less(a, Broadcast<V>(oneExponential<ElementOf<V>>));
-    return h * e;
+    return h * ExpKernel::Finish(argument);
 }
 
-/// Step 1 of e^x - 1. Rare: k in doubt, or NaN.
+/// The argument of e^x - 1, with that of the whole function.
 template <Value V>
-Expm1Argument<V> Expm1Reduce(V x, MaskOf<V>& rare) {
-    using C = ExpConstants<ElementOf<V>>;
-    const ExpReduced<V> reduced = ExpReduceByNearest(x);
-    const V r = reduced.hi - reduced.lo;
-    rare |= NotLess(Abs(r), Broadcast<V>(C::nearHalf));
-    return {r, (reduced.hi - r) - reduced.lo, reduced.k};
-}
-
-/// The phases of e^x - 1 up to its sum, the same for sinh and tanh.
-struct Expm1Phases {
-    template <Value V>
-    static WithArgument<Expm1Expanded<V>, V> Next(const WithArgument<Expm1Argument<V>, V>& s) {
-        return {Expm1Kernel::Next(s.inner), s.x};
-    }
-
-    template <Value V>
-    static WithArgument<Expm1Terms<V>, V> Next(const WithArgument<Expm1Expanded<V>, V>& s) {
-        return {Expm1Kernel::Next(s.inner), s.x};
-    }
+struct CarriedArgument : Expm1Argument<V> {
+    V x;
 };
+
+template <Value V>
+struct CarriedState : CarriedArgument<V> {
+    V term;
+};
+
+/// A magnitude with the sign of x, or x itself where the mask holds.
+template <Value V>
+V WithSignUnless(const MaskOf<V>& mask, V magnitude, V x) {
+    return FromBits<V>(Bits(Drop(mask, magnitude)) |
+                       (Bits(x) & ((BitsOf<V>)mask | signBit<ElementOf<V>>)));
+}
 
 // sinh.
 
 struct SinhKernel : Expm1Phases {
     using Expm1Phases::Next;
+    template <Value V>
+    using State = CarriedState<V>;
 
     /// Rare: not below 22, or the exponential is.
     template <Value V>
-    static WithArgument<Expm1Argument<V>, V> First(V x, MaskOf<V>& rare) {
+    static CarriedArgument<V> First(V x, MaskOf<V>& rare) {
         const V a = Abs(x);
-        rare |= LessEqual(Broadcast<V>(oneExponential<ElementOf<V>>), a);
+        rare |= NotBelow(a, oneExponential<ElementOf<V>>);
         return {Expm1Reduce(a, rare), x};
     }
 
+    /// Below 1.
+    struct Near : Expm1Phases {
+        using Expm1Phases::Next;
+        template <Value V>
+        using State = CarriedState<V>;
+
+        template <Value V>
+        static CarriedArgument<V> First(V x, MaskOf<V>& rare) {
+            const V a = Abs(x);
+            rare |= NotBelow(a, ElementOf<V>{1});
+            return {Expm1ArgumentOf(ExpReduceNear(a)), x};
+        }
+
+        template <Value V>
+        static void Next(State<V>& x, Phase<2>) {
+            x.term = Expm1NearSum(x.r, x.term, x.k);
+        }
+
+        template <Value V>
+        static V Next(const State<V>& x, Phase<3>) {
+            using T = ElementOf<V>;
+            const V t = x.term;
+            const V a = Abs(x.x);
+            const V twice = (t + t) - t * t / (t + T{1});
+            const MaskOf<V> tiny = Less(a, Broadcast<V>(HyperbolicConstants<T>::tiny));
+            return WithSignUnless(tiny, twice * T{0.5}, x.x);
+        }
+    };
+
     /// The sum of e^a - 1 for k from 0 to 32.
     template <Value V>
-    static WithArgument<V, V> Next(const WithArgument<Expm1Terms<V>, V>& s) {
+    static void Next(State<V>& x, Phase<2>) {
         using T = ElementOf<V>;
-        const Expm1Terms<V>& x = s.inner;
         const BitsOf<V> step = ExponentStep<V>(x.k);
         const V power = FromBits<V>(Pattern(T{1}) - step);
         const auto word = Words(power);
@@ -130,13 +148,13 @@ struct SinhKernel : Expm1Phases {
         const MaskOf<V> lowerOne =
             (MaskOf<V>)(word == WordOfPower<T>(1)) & Less(x.r, Broadcast<V>(T{-0.25}));
         const V minusHalf = Keep(lowerOne, Broadcast<V>(T{-0.5}));
-        const V w = (x.r - minusHalf) - (x.e + Keep(above, power));
+        const V w = (x.r - minusHalf) - (x.term + Keep(above, power));
         const V y = w - ((Drop(above, power) - minusHalf) - T{1});
-        return {FromBits<V>(Bits(y) + step), s.x};
+        x.term = FromBits<V>(Bits(y) + step);
     }
     template <Value V>
-    static V Next(const WithArgument<V, V>& s) {
-        return Join(s.inner, s.x);
+    static V Next(const State<V>& x, Phase<3>) {
+        return Join(x.term, x.x);
     }
 
     /// Both forms are (s + n / (t + 1)) / 2, with s = 2t or t and n = -t^2 or t.
@@ -145,8 +163,9 @@ struct SinhKernel : Expm1Phases {
         using T = ElementOf<V>;
         const V a = Abs(x);
         const MaskOf<V> below = Less(a, Broadcast<V>(1));
-        const V n = t * Select(below, -t, Broadcast<V>(1));
-        const V twice = (t + Keep(below, t)) + n / (t + T{1});
+        const V again = Keep(below, t);
+        const V n = t * (Drop(below, Broadcast<V>(1)) - again);
+        const V twice = (t + again) + n / (t + T{1});
         const MaskOf<V> tiny = Less(a, Broadcast<V>(HyperbolicConstants<T>::tiny));
         return WithSignOf(Select(tiny, a, twice * T{0.5}), x);
     }
@@ -176,51 +195,45 @@ T KernelSinh(T x) {
 // cosh. Where t is e^a - 1, k is 0, so that both exponentials have the same r, up to their last
 // quotient. It and the last one of cosh are selected, not computed twice.
 
-template <Value V>
-struct CoshExpanded {
-    ExpExpanded<V> x;
-    V q;
-};
-
-/// t of step 2: e^a if it is above 1, which it is from ln(2) / 2 on, and otherwise e^a - 1.
-template <Value V>
-struct CoshExponential {
-    V t;
-};
-
 struct CoshKernel {
+    template <Value V>
+    struct State : ExpArgument<V> {
+        V c, q;
+    };
+
     /// Rare: not below 22, or the exponential is.
     template <Value V>
     static ExpArgument<V> First(V x, MaskOf<V>& rare) {
         const V a = Abs(x);
-        rare |= NotLess(a, Broadcast<V>(oneExponential<ElementOf<V>>));
+        rare |= NotBelow(a, oneExponential<ElementOf<V>>);
         return ExpKernel::First(a, rare);
     }
 
     template <Value V>
-    static CoshExpanded<V> Next(const ExpArgument<V>& x) {
-        return {ExpKernel::Next(x), Expm1Kernel::Next(Expm1Argument<V>{x.r, {}, {}}).q};
+    static void Next(State<V>& x, Phase<0>) {
+        x.c = ExpSeries(x.r);
+        x.q = Expm1Series(x.r * (x.r * ElementOf<V>{0.5}));
     }
 
+    /// t of step 2: e^a if it is above 1, which it is from ln(2) / 2 on, and otherwise e^a - 1.
     template <Value V>
-    static CoshExponential<V> Next(const CoshExpanded<V>& s) {
+    static void Next(State<V>& x, Phase<1>) {
         using T = ElementOf<V>;
-        const ExpExpanded<V>& x = s.x;
         // Unless it is 0, the step is the pattern of a positive value.
         const MaskOf<V> small = Equal(FromBits<V>(x.step), V{});
         const V half = x.r * T{0.5};
         const V h = x.r * half;
-        const V u = T{3} - half * s.q;
+        const V u = T{3} - half * x.q;
         const V quotient =
-            Select(small, s.q - u, x.r * x.c) / Select(small, T{6} - u * x.r, T{2} - x.c);
+            Select(small, x.q - u, x.r * x.c) / Select(small, T{6} - u * x.r, T{2} - x.c);
         const V y = T{1} - ((x.lo - quotient) - x.hi);
         const V lessOne = x.r - (quotient * h * x.r - h);
-        return {Select(small, lessOne, FromBits<V>(Bits(y) + x.step))};
+        x.c = Select(small, lessOne, FromBits<V>(Bits(y) + x.step));
     }
 
     template <Value V>
-    static V Next(const CoshExponential<V>& x) {
-        return Join(x.t);
+    static V Next(const State<V>& x, Phase<2>) {
+        return Join(x.c);
     }
 
     /// Large |x|.
@@ -260,10 +273,42 @@ T KernelCosh(T x) {
 
 struct TanhKernel : Expm1Phases {
     using Expm1Phases::Next;
+    template <Value V>
+    using State = CarriedState<V>;
+
+    /// Below 1, where k is from -3 to 0.
+    struct Near : Expm1Phases {
+        using Expm1Phases::Next;
+        template <Value V>
+        using State = CarriedState<V>;
+
+        template <Value V>
+        static CarriedArgument<V> First(V x, MaskOf<V>& rare) {
+            using T = ElementOf<V>;
+            rare |= NotBelow(Abs(x), T{1});
+            return {Expm1Reduce(FromBits<V>(Bits(x + x) | signBit<T>), rare), x};
+        }
+
+        template <Value V>
+        static void Next(State<V>& x, Phase<2>) {
+            using T = ElementOf<V>;
+            const BitsOf<V> step = ExponentStep<V>(x.k);
+            const V power = FromBits<V>(Pattern(T{1}) - step);
+            const MaskOf<V> notBelow = SignedLess(Words(power), WordOfPower<T>(-2));
+            const V y = (x.r - x.term) - (Keep(notBelow, power) - T{1});
+            x.term = FromBits<V>(Bits(y) + step) - Drop(notBelow, Broadcast<V>(1));
+        }
+
+        template <Value V>
+        static V Next(const State<V>& x, Phase<3>) {
+            const V quotient = x.term / (x.term + ElementOf<V>{2});
+            return OrSeries(WithSignOf(Abs(quotient), x.x), x.x);
+        }
+    };
 
     /// Rare: NaN, or the exponential is.
     template <Value V>
-    static WithArgument<Expm1Argument<V>, V> First(V x, MaskOf<V>& rare) {
+    static CarriedArgument<V> First(V x, MaskOf<V>& rare) {
         using C = HyperbolicConstants<ElementOf<V>>;
         // At the bound the result is 1 already.
         const V a = Lesser(Abs(x), Broadcast<V>(C::saturation));
@@ -271,32 +316,21 @@ struct TanhKernel : Expm1Phases {
     }
 
     template <Value V>
-    static WithArgument<V, V> Next(const WithArgument<Expm1Terms<V>, V>& s) {
+    static void Next(State<V>& x, Phase<2>) {
         using T = ElementOf<V>;
-        const Expm1Terms<V>& x = s.inner;
         const BitsOf<V> step = ExponentStep<V>(x.k);
         const V power = FromBits<V>(Pattern(T{1}) - step);
         const auto word = Words(power);
         const MaskOf<V> notBelow = SignedLess(word, WordOfPower<T>(-2));
         const MaskOf<V> above =
             SignedLess(word, WordOfPower<T>(ExpConstants<T>::largeExponent - 1));
-        const V w = x.r - (x.e + Keep(above, power));
+        const V w = x.r - (x.term + Keep(above, power));
         const V y = w - (Drop(above, Keep(notBelow, power)) - T{1});
-        return {FromBits<V>(Bits(y) + step) - Drop(notBelow, Broadcast<V>(1)), s.x};
+        x.term = FromBits<V>(Bits(y) + step) - Drop(notBelow, Broadcast<V>(1));
     }
     template <Value V>
-    static V Next(const WithArgument<V, V>& s) {
-        return Join(s.inner, s.x);
-    }
-
-    template <Value V>
-    static V Join(V t, V x) {
-        if constexpr (Floats<V>) {
-            const V bound = Broadcast<V>(HyperbolicConstants<float>::series);
-            return Select(Less(Abs(x), bound), Series(x), Quotient(t, x));
-        } else {
-            return Quotient(t, x);
-        }
+    static V Next(const State<V>& x, Phase<3>) {
+        return OrSeries(Quotient(x.term, x.x), x.x);
     }
 
     template <class T>
@@ -323,8 +357,8 @@ private:
     /// -2a below 1, 2a from there on.
     template <Value V>
     static V ExponentOf(V a) {
-        const V minus = Keep(Less(a, Broadcast<V>(1)), Broadcast<V>(ElementOf<V>{-0.0}));
-        return FromBits<V>(Bits(a + a) ^ Bits(minus));
+        using T = ElementOf<V>;
+        return FromBits<V>(Bits(a + a) | ((Bits(a) - Pattern(T{1})) & signBit<T>));
     }
 
     /// Both forms are c - n / (t + 2), with c = 0 and n = t, which is not positive, or c = 1 and
@@ -334,6 +368,17 @@ private:
         using T = ElementOf<V>;
         const V c = Keep(Less(Broadcast<V>(1), t), Broadcast<V>(1));
         return WithSignOf(c - Lesser(t, Broadcast<V>(2)) / (t + T{2}), x);
+    }
+
+    /// The series where it is taken, the quotient elsewhere.
+    template <Value V>
+    static V OrSeries(V quotient, V x) {
+        if constexpr (Floats<V>) {
+            const V bound = Broadcast<V>(HyperbolicConstants<float>::series);
+            return Select(Less(Abs(x), bound), Series(x), quotient);
+        } else {
+            return quotient;
+        }
     }
 
     /// x - x^3 / 3 + 2 x^5 / 15 - 17 x^7 / 315.

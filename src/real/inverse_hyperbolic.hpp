@@ -35,6 +35,9 @@ struct InverseHyperbolicConstants<double> {
     /// From here on log(a) + ln 2.
     static constexpr double hugeAsinh = std::bit_cast<double>(UINT64_C(0x41B0000100000000));
     static constexpr double hugeAcosh = 0x1p28;
+    /// Sums count as next to a power of two so many words below it, and in so many words at all.
+    static constexpr std::uint32_t wordsBelow = 4;
+    static constexpr std::uint32_t wordsAround = 8;
 };
 
 template <>
@@ -45,60 +48,56 @@ struct InverseHyperbolicConstants<float> {
     static constexpr float large = std::bit_cast<float>(UINT32_C(0x40000001));
     static constexpr float hugeAsinh = std::bit_cast<float>(UINT32_C(0x47000001));
     static constexpr float hugeAcosh = 0x1p28f;
+    static constexpr std::uint32_t wordsBelow = 24;
+    static constexpr std::uint32_t wordsAround = 40;
 };
 
-// log(y + one) for y from 0 on, with 1 for `one`, or with 0 where the sum is y and above 3.
+// log(y + one) for y from 0 on, with 1 for `one`, or with 0 where the sum is y and above 3. Its phases
+// are functions on the state of a kernel, of which they use these members.
 
+/// log(y + one) is k * ln2Hi + ((s * difference + low + minusH) + f), with `low` the part that ln2Lo
+/// gives and what the sum has rounded off.
 template <Value V>
-struct LogSum {
-    V y, f;
-    BitsOf<V> carried;
-};
-
-/// `low` is the part of log(y + one) that ln2Lo gives, and what the sum has rounded off.
-template <Value V>
-struct LogQuotients {
-    V f, s, k, low;
-};
-
-/// log(y + one) is k * ln2Hi + ((s * difference + low - h) + f).
-template <Value V>
-struct LogTerms {
+struct LogOfSum {
     V f, s, k, low, minusH, difference;
 };
 
-/// True where f is y without a reduction. No y with 0 for `one` is as small as that.
+/// True, for `rare`, where the sum may have a tiny f after a reduction, for a value that differs from
+/// it by some last places. One bit tells 2 and above from 1, the others are a mantissa.
 template <Value V>
-MaskOf<V> IsNear(V y) {
-    return Less(y, Broadcast<V>(LogConstants<ElementOf<V>>::nearHigh));
+MaskOf<V> IsNextToPower(V sum) {
+    using C = InverseHyperbolicConstants<ElementOf<V>>;
+    constexpr std::uint32_t aboveTwo = 0x40000000;
+    return (MaskOf<V>)(((Words(sum) + (aboveTwo + C::wordsBelow)) &
+                        (aboveTwo | LogConstants<ElementOf<V>>::mantissaWord)) -
+                       C::wordsAround);
 }
 
-/// f, from the pattern of y + one and what carries into its exponent. Rare: f tiny but not 0 after
-/// a reduction; and the `float` before 1, whose log1p has what was rounded off the other way round.
-template <Value V, class Carry>
-LogSum<V> ReduceLogSum(V y, V one, Carry carry, MaskOf<V>& rare) {
+/// f, the exponent in a pattern, and what is rounded off over the sum. Where y needs no reduction, the
+/// sum is of 0 in its place, so that all but f is 0.
+template <Value V, class State, class Carry>
+void ReduceSum(State& x, V y, V one, Carry carry) {
     using T = ElementOf<V>;
-    const auto carried = Bits(y + one) + carry;
-    const V reduced =
-        FromBits<V>((carried & Layout<T>::mantissaMask) + (Pattern(T{1}) - carry)) - T{1};
-    const MaskOf<V> near = IsNear(y);
-    rare |= Not(near) & IsTinyFraction(reduced);
+    const MaskOf<V> near = Less(y, Broadcast<V>(LogConstants<T>::nearHigh));
+    const V reduced = Drop(near, y);
+    const V sum = reduced + one;
+    const auto carried = Bits(sum) + carry;
+    const V f = FromBits<V>((carried & Layout<T>::mantissaMask) + (Pattern(T{1}) - carry)) - T{1};
+    x.f = FromBits<V>(Bits(f) | Bits(Keep(near, y)));
+    x.k = FromBits<V>(carried);
+    x.low = (reduced - (sum - one)) / sum;
+}
+
+template <Value V, class State>
+void TakeExponent(State& x) {
+    using T = ElementOf<V>;
+    const V k = Exponent<V>(Bits(x.k));
     if constexpr (Floats<V>) {
-        rare |= Equal(y, Broadcast<V>(LogConstants<T>::beforeOne));
+        // Next to sqrt(2) there is a sum that needs no exponent either.
+        x.low = Drop(Equal(k, V{}), x.low);
     }
-    return {y, Select(near, y, reduced), carried};
-}
-
-template <Value V>
-LogQuotients<V> DivideLogSum(const LogSum<V>& x, V one) {
-    using T = ElementOf<V>;
-    const V u = x.y + one;
-    // With 0 for `one`, nothing is lost.
-    const V lost = Lesser(one, x.y) - (u - Greater(one, x.y));
-    const V k = Drop(IsNear(x.y), Exponent<V>(x.carried));
-    // Next to sqrt(2) there is a sum that needs no exponent either.
-    const V c = Drop(Equal(k, V{}), lost / u);
-    return {x.f, x.f / (T{2} + x.f), k, k * LogConstants<T>::ln2Lo + c};
+    x.k = k;
+    x.low = k * LogConstants<T>::ln2Lo + x.low;
 }
 
 /// The polynomials of log and log1p, as their kernels sum them.
@@ -115,9 +114,20 @@ V LogPolynomial(V z) {
     const V w = z * z;
     return (C::L4 * w + C::L2) * w + (w * C::L3 + C::L1) * z;
 }
+template <Doubles V>
+V StartLog1pPolynomial(V z) {
+    using C = LogConstants<double>;
+    return (((C::L7 * z + C::L6) * z + C::L5) * z + C::L4) * z + C::L3;
+}
+template <Floats V>
+V StartLog1pPolynomial(V z) {
+    using C = LogConstants<float>;
+    return C::L4 * z + C::L3;
+}
 template <Value V>
-V Log1pPolynomial(V s) {
-    return Log1pKernel::Next(Log1pReduced<V>{{}, s, {}, {}}).R;
+V FinishLog1pPolynomial(V start, V z) {
+    using C = LogConstants<ElementOf<V>>;
+    return ((start * z + C::L2) * z + C::L1) * z;
 }
 
 template <Value V>
@@ -126,52 +136,58 @@ V MinusHalfSquare(V f) {
 }
 
 template <Value V>
-V AddLogTerms(const LogTerms<V>& x) {
+V FinishSum(const LogOfSum<V>& x) {
     return x.k * LogConstants<ElementOf<V>>::ln2Hi +
            ((x.minusH + (x.s * x.difference + x.low)) + x.f);
 }
 
-/// log(y) where `isLog` holds, log1p(y) elsewhere.
-struct EitherLogKernel {
+/// asinh and acosh from y on: log(y) from `large` on, log1p(y) below.
+struct EitherLogPhases {
     template <Value V>
-    struct Reduced {
-        LogSum<V> sum;
+    struct Argument {
+        V x, root;
         MaskOf<V> isLog;
     };
-
     template <Value V>
-    struct Divided {
-        LogQuotients<V> parts;
-        MaskOf<V> isLog;
+    struct State : Argument<V>, LogOfSum<V> {
+        V g;
     };
 
-    template <Value V>
-    static Reduced<V> First(V y, MaskOf<V> isLog, MaskOf<V>& rare) {
+    template <class V>
+    static void Next(State<V>& x, Phase<1>) {
         using T = ElementOf<V>;
         using C = LogConstants<T>;
         constexpr T carryStep = std::bit_cast<T>(C::carry - C::carry1p);
-        const auto carry = C::carry1p + Bits(Keep(isLog, Broadcast<V>(carryStep)));
-        return {ReduceLogSum(y, Drop(isLog, Broadcast<V>(1)), carry, rare), isLog};
-    }
-
-    template <Value V>
-    static Divided<V> Next(const Reduced<V>& x) {
-        return {DivideLogSum(x.sum, Drop(x.isLog, Broadcast<V>(1))), x.isLog};
+        const auto carry = C::carry1p + Bits(Keep(x.isLog, Broadcast<V>(carryStep)));
+        ReduceSum(x, x.f, Drop(x.isLog, Broadcast<V>(1)), carry);
     }
 
     /// log1p always takes the form with h = f^2/2, log next to sqrt(2) alone, and in `float` never.
-    template <Value V>
-    static LogTerms<V> Next(const Divided<V>& x) {
+    template <class V>
+    static void Next(State<V>& x, Phase<2>) {
         using C = LogConstants<ElementOf<V>>;
-        const auto& [f, s, k, low] = x.parts;
         MaskOf<V> direct = x.isLog;
         if constexpr (Doubles<V>) {
-            direct &= LessEqual(Broadcast<V>(C::rootLow), f) & Less(f, Broadcast<V>(C::rootHigh));
+            direct &=
+                LessEqual(Broadcast<V>(C::rootLow), x.f) & Less(x.f, Broadcast<V>(C::rootHigh));
         }
-        const V R = Select(x.isLog, LogPolynomial(s * s), Log1pPolynomial(s));
-        const V minusHalfSquare = MinusHalfSquare(f);
-        return {
-            f, s, k, low, Drop(direct, minusHalfSquare), R - Select(direct, f, minusHalfSquare)};
+        const V minusHalfSquare = MinusHalfSquare(x.f);
+        x.minusH = Drop(direct, minusHalfSquare);
+        x.g = Select(direct, x.f, minusHalfSquare);
+        TakeExponent<V>(x);
+        x.s = x.f / (ElementOf<V>{2} + x.f);
+    }
+
+    template <class V>
+    static void Next(State<V>& x, Phase<3>) {
+        x.difference = StartLog1pPolynomial(x.s * x.s);
+    }
+
+    template <class V>
+    static void Next(State<V>& x, Phase<4>) {
+        const V z = x.s * x.s;
+        x.difference =
+            Select(x.isLog, LogPolynomial(z), FinishLog1pPolynomial(x.difference, z)) - x.g;
     }
 };
 
@@ -185,33 +201,33 @@ V LogOfTwice(V a, ElementOf<V> bound, MaskOf<V>& rare) {
 
 // asinh.
 
-struct AsinhKernel {
+struct AsinhKernel : EitherLogPhases {
+    using EitherLogPhases::Next;
+
     /// Rare: huge, or NaN, or the logarithm is.
     template <Value V>
-    static WithArgument<EitherLogKernel::Reduced<V>, V> First(V x, MaskOf<V>& rare) {
+    static Argument<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
         using C = InverseHyperbolicConstants<T>;
         const V a = Abs(x);
-        rare |= NotLess(a, Broadcast<V>(C::hugeAsinh));
-        const MaskOf<V> large = LessEqual(Broadcast<V>(C::large), a);
-        const V t = x * x;
-        const V one = Broadcast<V>(1);
-        const V more = Keep(large, a);
-        const V y = Select(large, one, t) / (Sqrt(t + T{1}) + Greater(one, more)) + (a + more);
-        return {EitherLogKernel::First(y, large, rare), x};
+        const V root = Sqrt(x * x + T{1});
+        rare |= NotBelow(a, C::hugeAsinh) | IsNextToPower(root + a);
+        return {x, root, LessEqual(Broadcast<V>(C::large), a)};
     }
 
-    template <class State, Value V>
-    static auto Next(const WithArgument<State, V>& s) {
-        const auto next = EitherLogKernel::Next(s.inner);
-        using Inner = decltype(EitherLogKernel::Next(s.inner));
-        return WithArgument<Inner, V>{next, s.x};
+    template <class V>
+    static void Next(State<V>& x, Phase<0>) {
+        const V a = Abs(x.x);
+        const V one = Broadcast<V>(1);
+        const V more = Keep(x.isLog, a);
+        x.f = Select(x.isLog, one, x.x * x.x) / (x.root + Greater(one, more)) + (a + more);
     }
-    template <Value V>
-    static V Next(const WithArgument<LogTerms<V>, V>& s) {
+
+    template <class V>
+    static V Next(const State<V>& x, Phase<5>) {
         using C = InverseHyperbolicConstants<ElementOf<V>>;
-        const MaskOf<V> tiny = Less(Abs(s.x), Broadcast<V>(C::tinyAsinh));
-        return Select(tiny, s.x, WithSignOf(AddLogTerms(s.inner), s.x));
+        const MaskOf<V> tiny = Less(Abs(x.x), Broadcast<V>(C::tinyAsinh));
+        return WithSignUnless(tiny, FinishSum<V>(x), x.x);
     }
 
     /// Huge |x|.
@@ -247,25 +263,32 @@ T KernelAsinh(T x) {
 
 // acosh.
 
-struct AcoshKernel : EitherLogKernel {
-    using EitherLogKernel::Next;
+struct AcoshKernel : EitherLogPhases {
+    using EitherLogPhases::Next;
 
     /// Rare: below 1, huge or NaN, or the logarithm is.
     template <Value V>
-    static Reduced<V> First(V x, MaskOf<V>& rare) {
+    static Argument<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
         using C = InverseHyperbolicConstants<T>;
-        rare |= Less(x, Broadcast<V>(1)) | NotLess(x, Broadcast<V>(C::hugeAcosh));
         const MaskOf<V> large = LessEqual(Broadcast<V>(C::large), x);
         const V t = x - T{1};
         const V root = Sqrt(Select(large, x * x - T{1}, (t + t) + t * t));
-        const V y = Select(large, (x + x) - T{1} / (x + root), root + t);
-        return EitherLogKernel::First(y, large, rare);
+        // Words of negative values are above the bound too, or else below that of 1.
+        rare |= (MaskOf<V>)(Words(x) - static_cast<std::uint32_t>(UpperWord(T{1}))) |
+                NotBelow(x, C::hugeAcosh) | IsNextToPower(x + root);
+        return {x, root, large};
     }
 
-    template <Value V>
-    static V Next(const LogTerms<V>& x) {
-        return AddLogTerms(x);
+    template <class V>
+    static void Next(State<V>& x, Phase<0>) {
+        using T = ElementOf<V>;
+        x.f = Select(x.isLog, (x.x + x.x) - T{1} / (x.x + x.root), x.root + (x.x - T{1}));
+    }
+
+    template <class V>
+    static V Next(const State<V>& x, Phase<5>) {
+        return FinishSum<V>(x);
     }
 
     /// Huge x.
@@ -303,31 +326,51 @@ T KernelAcosh(T x) {
 // atanh.
 
 struct AtanhKernel {
+    template <Value V>
+    struct Argument {
+        V x, y;
+    };
+    template <Value V>
+    struct State : Argument<V>, LogOfSum<V> {};
+
     /// Rare: not below 1, or the logarithm is.
     template <Value V>
-    static WithArgument<LogSum<V>, V> First(V x, MaskOf<V>& rare) {
-        using C = LogConstants<ElementOf<V>>;
+    static Argument<V> First(V x, MaskOf<V>& rare) {
+        using T = ElementOf<V>;
         const V a = Abs(x);
-        rare |= NotLess(a, Broadcast<V>(1));
-        return {ReduceLogSum(Argument(a), Broadcast<V>(1), C::carry1p, rare), x};
+        const MaskOf<V> small = Less(a, Broadcast<V>(T{0.5}));
+        const V t = a + a;
+        // One of two numerators, a * t below 1/2 and t from there on.
+        const V numerator = Greater(Drop(small, t), a * t);
+        const V y = numerator / (T{1} - a) + Keep(small, t);
+        rare |= NotBelow(a, T{1}) | IsNextToPower(y + T{1});
+        return {x, y};
     }
 
-    template <Value V>
-    static WithArgument<LogQuotients<V>, V> Next(const WithArgument<LogSum<V>, V>& s) {
-        return {DivideLogSum(s.inner, Broadcast<V>(1)), s.x};
+    template <class V>
+    static void Next(State<V>& x, Phase<0>) {
+        ReduceSum(x, x.y, Broadcast<V>(1), LogConstants<ElementOf<V>>::carry1p);
     }
-    template <Value V>
-    static WithArgument<LogTerms<V>, V> Next(const WithArgument<LogQuotients<V>, V>& s) {
-        const auto& [f, sf, k, low] = s.inner;
-        const V minusH = MinusHalfSquare(f);
-        return {{f, sf, k, low, minusH, Log1pPolynomial(sf) - minusH}, s.x};
+    template <class V>
+    static void Next(State<V>& x, Phase<1>) {
+        x.s = x.f / (ElementOf<V>{2} + x.f);
+        TakeExponent<V>(x);
+        x.minusH = MinusHalfSquare(x.f);
     }
-    template <Value V>
-    static V Next(const WithArgument<LogTerms<V>, V>& s) {
+    template <class V>
+    static void Next(State<V>& x, Phase<2>) {
+        x.difference = StartLog1pPolynomial(x.s * x.s);
+    }
+    template <class V>
+    static void Next(State<V>& x, Phase<3>) {
+        x.difference = FinishLog1pPolynomial(x.difference, x.s * x.s) - x.minusH;
+    }
+    template <class V>
+    static V Next(const State<V>& x, Phase<4>) {
         using T = ElementOf<V>;
         const MaskOf<V> tiny =
-            Less(Abs(s.x), Broadcast<V>(InverseHyperbolicConstants<T>::tinyAtanh));
-        return Select(tiny, s.x, WithSignOf(T{0.5} * AddLogTerms(s.inner), s.x));
+            Less(Abs(x.x), Broadcast<V>(InverseHyperbolicConstants<T>::tinyAtanh));
+        return WithSignUnless(tiny, T{0.5} * FinishSum<V>(x), x.x);
     }
 
     template <class T>
@@ -339,16 +382,17 @@ struct AtanhKernel {
         if (a < InverseHyperbolicConstants<T>::tinyAtanh) {
             return x;
         }
-        return WithSignOf(T{0.5} * KernelLog1p(Argument(a)), x);
+        return WithSignOf(T{0.5} * KernelLog1p(LogArgument(a)), x);
     }
 
 private:
     /// The argument of log1p.
     template <Value V>
-    static V Argument(V a) {
+    static V LogArgument(V a) {
         using T = ElementOf<V>;
         const MaskOf<V> small = Less(a, Broadcast<V>(T{0.5}));
         const V t = a + a;
+        // a * t is below t.
         return Select(small, a * t, t) / (T{1} - a) + Keep(small, t);
     }
 };
