@@ -113,87 +113,62 @@ TYPED_TEST(KnownPairs, HaveTheirBits) {
     const T large = static_cast<T>(Of<T>(2147483649.0, 16777215.0));
     const T last = std::numeric_limits<T>::max_exponent;
     const T first = std::numeric_limits<T>::min_exponent - std::numeric_limits<T>::digits;
-    const T nought = T{-0.0}, half = T{0.5}, third = T{1} / 3;
+    const T nought = T{-0.0}, half = T{0.5}, three = 3;
     const auto& [atan2, atan2d, hypot, power, mod, rem] = pairFunctions<T>;
+    const T tiny = std::numeric_limits<T>::denorm_min();
+    const T fraction = static_cast<T>(0.3), tenth = static_cast<T>(0.1);
     const struct {
         const PairFunction<T>& function;
-        T x, y, want;
-    } rows[] = {{atan2, 0, 0, 0},
-                {atan2, nought, 0, 0},
-                {atan2, 0, nought, 0},
-                {atan2, nought, nought, 0},
-                {atan2, 0, -1, C::pi},
-                {atan2, nought, -1, -C::pi},
-                {atan2, nought, 1, nought},
-                {atan2, nought, 2, nought},
-                {atan2, 3, nought, C::pio2},
-                {atan2, -3, 0, -C::pio2},
-                {atan2, 1, inf, 0},
-                {atan2, -1, inf, nought},
-                {atan2, 1, -inf, C::pi},
-                {atan2, -1, -inf, -C::pi},
-                {atan2, inf, -1, C::pio2},
-                {atan2, -inf, 1, -C::pio2},
-                {atan2, inf, inf, C::pio4},
-                {atan2, -inf, inf, -C::pio4},
-                {atan2, inf, -inf, C::threeQuartersPi},
-                {atan2, -inf, -inf, -C::threeQuartersPi},
-                {atan2, small, -most, C::pi},
-                {atan2, most, small, C::pio2},
-                {atan2, payload, 1, bad},
-                {atan2, 0, signalling, bad},
-                {power, payload, 2, payload},
-                {power, signalling, 1, signalling},
-                {power, payload, 0, bad},
-                {power, payload, 3, bad},
-                {power, 1, payload, bad},
-                {power, 0, 0, 1},
-                {power, -inf, nought, 1},
-                {power, nought, -1, -inf},
-                {power, nought, half, 0},
-                {power, -inf, half, bad},
-                {power, -1, inf, 1},
-                {power, 1, -inf, 1},
-                {power, -2, inf, inf},
-                {power, half, inf, 0},
-                {power, -half, -inf, inf},
-                {power, -1, T{1.5}, bad},
-                {power, -1, 3, -1},
-                {power, nought, 3, nought},
-                {power, nought, -3, -inf},
-                {power, nought, -2, inf},
-                {power, nought, T{1.5}, 0},
-                {power, nought, T{-1.5}, inf},
-                {power, -inf, 3, -inf},
-                {power, -inf, -3, nought},
-                {power, -inf, T{1.5}, bad},
-                {power, -inf, T{-1.5}, 0},
-                {power, -8, third, bad},
-                {power, -2, large, Of<T>(inf, -inf)},
-                {power, 2, last, inf},
-                {power, 2, first, std::numeric_limits<T>::denorm_min()},
-                {mod, 5, 3, 2},
-                {mod, -5, 3, 1},
-                {mod, T(0.3), T(0.1), 0},
-                {mod, T(0.3), T(-0.1), nought},
-                {mod, 7, 0, 7},
-                {mod, 0, nought, nought},
-                {mod, inf, 0, inf},
-                {mod, inf, 2, bad},
-                {mod, 1, inf, 1},
-                {mod, -1, inf, inf},
-                {rem, -5, 3, -2},
-                {rem, T(-0.3), T(0.1), nought},
-                {rem, 7, 0, bad},
-                {hypot, 3, 4, 5},
-                {hypot, 0, T{-0.25}, T{0.25}},
-                {hypot, inf, bad, bad},
-                {hypot, payload, 0, payload},
-                {hypot, most, most, inf}};
-    for (const auto& [function, x, y, want] : rows) {
-        const T got = function.kernel(x, y);
-        EXPECT_TRUE(function.same(got, want)) << function.name << ' ' << Show(x) << ' ' << Show(y)
-                                              << ": " << Show(got) << ", want " << Show(want);
+        T want;
+        std::vector<Operands<T>> arguments;
+    } rows[] = {
+        {atan2, 0, {{0, 0}, {nought, 0}, {0, nought}, {nought, nought}, {1, inf}}},
+        {atan2, nought, {{nought, 1}, {nought, 2}, {-1, inf}}},
+        {atan2, C::pi, {{0, -1}, {1, -inf}, {small, -most}}},
+        {atan2, -C::pi, {{nought, -1}, {-1, -inf}}},
+        {atan2, C::pio2, {{3, nought}, {inf, -1}, {most, small}}},
+        {atan2, -C::pio2, {{-3, 0}, {-inf, 1}}},
+        {atan2, C::pio4, {{inf, inf}}},
+        {atan2, -C::pio4, {{-inf, inf}}},
+        {atan2, C::threeQuartersPi, {{inf, -inf}}},
+        {atan2, -C::threeQuartersPi, {{-inf, -inf}}},
+        {atan2, bad, {{payload, 1}, {0, signalling}}},
+
+        {power, 0, {{nought, half}, {half, inf}, {nought, three / 2}, {-inf, -three / 2}}},
+        {power, nought, {{nought, 3}, {-inf, -3}}},
+        {power, 1, {{0, 0}, {-inf, nought}, {-1, inf}, {1, -inf}}},
+        {power, -1, {{-1, 3}}},
+        {power, tiny, {{2, first}}},
+        {power, inf, {{-2, inf}, {-half, -inf}, {nought, -2}, {nought, -three / 2}, {2, last}}},
+        {power, -inf, {{nought, -1}, {nought, -3}, {-inf, 3}}},
+        {power, Of<T>(inf, -inf), {{-2, large}}},
+        {power, payload, {{payload, 2}}},
+        {power, signalling, {{signalling, 1}}},
+        {power, bad, {{payload, 0}, {payload, 3}, {1, payload}, {-inf, half}}},
+        {power, bad, {{-1, three / 2}, {-inf, three / 2}, {-8, 1 / three}}},
+
+        {mod, 0, {{fraction, tenth}}},
+        {mod, nought, {{fraction, -tenth}, {0, nought}}},
+        {mod, 1, {{-5, 3}, {1, inf}}},
+        {mod, 2, {{5, 3}}},
+        {mod, 7, {{7, 0}}},
+        {mod, inf, {{inf, 0}, {-1, inf}}},
+        {mod, bad, {{inf, 2}}},
+        {rem, -2, {{-5, 3}}},
+        {rem, nought, {{-fraction, tenth}}},
+        {rem, bad, {{7, 0}}},
+        {hypot, 5, {{3, 4}}},
+        {hypot, half / 2, {{0, -half / 2}}},
+        {hypot, inf, {{most, most}}},
+        {hypot, bad, {{inf, bad}}},
+    };
+    for (const auto& [function, want, arguments] : rows) {
+        for (const auto& [x, y] : arguments) {
+            const T got = function.kernel(x, y);
+            EXPECT_TRUE(function.same(got, want))
+                << function.name << ' ' << Show(x) << ' ' << Show(y) << ": " << Show(got)
+                << ", want " << Show(want);
+        }
     }
     EXPECT_TRUE(SameBits(real::KernelHypot(signalling, T{0}), std::fabs(signalling)));
 }

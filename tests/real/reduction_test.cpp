@@ -170,24 +170,21 @@ TEST(ReductionOfDouble, SpecialArguments) {
     }
 }
 
-TEST(ScalbnOfFloat, IsTheReference) {
+/// The system's function rounds but once; a subnormal result is rounded here once too.
+TEST(ScalbnOfFloat, IsThatOfTheSystem) {
     Random random(3);
     std::vector<float> values = SpecialValues<float>();
     for (int i = 0; i < 2000; ++i) {
         values.push_back(random.AnyPattern<float>());
     }
+    std::vector<int> exponents = {-2'000'000'000, -60000, 60000, 2'000'000'000};
+    for (int k = -300; k <= 300; ++k) {
+        exponents.push_back(k);
+    }
     for (const float x : values) {
-        for (int k = -300; k <= 300; ++k) {
+        for (const int k : exponents) {
             const float got = real::ScalbnSingle(x, k);
-            ASSERT_TRUE(SameBits(got, reference::ScalbnSingle(x, k))) << Show(x) << ' ' << k;
-            // The system's function rounds but once; a subnormal result is rounded here once too.
-            if (std::isfinite(x)) {
-                ASSERT_TRUE(SameBits(got, std::scalbn(x, k))) << Show(x) << ' ' << k;
-            }
-        }
-        for (const int k : {-2'000'000'000, -60000, 60000, 2'000'000'000}) {
-            ASSERT_TRUE(SameBits(real::ScalbnSingle(x, k), reference::ScalbnSingle(x, k)))
-                << Show(x) << ' ' << k;
+            ASSERT_TRUE(BitwiseButNaN{}(got, std::scalbn(x, k))) << Show(x) << ' ' << k;
         }
     }
 }

@@ -53,38 +53,6 @@ T NearestMultiple(int n) {
     return nearest;
 }
 
-inline float ScalbnSingle(float x, int k) {
-    int e = static_cast<int>(BitsOf(x) >> 23 & 0xFF);
-    if (e == 0) {
-        if ((BitsOf(x) & 0x7FFFFFFF) == 0) {
-            return x;
-        }
-        x = x * 33554432.0f;
-        if (k < -50000) {
-            return 0.0f * x;
-        }
-        e = static_cast<int>(BitsOf(x) >> 23 & 0xFF) - 25;
-    }
-    if (e == 255) {
-        return x;
-    }
-    if (k > 254 - e) {
-        return FromBits<float>((BitsOf(x) & 0x80000000) | 0x7F800000);
-    }
-    if (k <= -25 - e) {
-        return 0.0f * x;
-    }
-    const int m = e + k;
-    const auto withExponent = [&](int exponent) {
-        return FromBits<float>((BitsOf(x) & 0x807FFFFF) | static_cast<std::uint32_t>(exponent)
-                                                              << 23);
-    };
-    if (m > 0) {
-        return withExponent(m);
-    }
-    return withExponent(m + 25) * 2.9802322387695312e-08f;
-}
-
 template <class T>
 struct Reduction {
     static constexpr T invpio2 = Of<T>(0.6366197723675814, FromBits<float>(0x3F22F984));
@@ -123,13 +91,6 @@ struct Reduction {
             return table;
         }();
         return (ix & mask) == words[static_cast<std::size_t>(n - 1)];
-    }
-    static T Scale(T x, int k) {
-        if constexpr (sizeof(T) == 8) {
-            return std::scalbn(x, k);
-        } else {
-            return ScalbnSingle(x, k);
-        }
     }
 };
 
@@ -184,7 +145,7 @@ int ReduceLarge(const T* tx, T* y, int e0, int nx) {
             iq[j] = static_cast<std::int32_t>(z - R::twoB * fw);
             z = q[i - 1] + fw;
         }
-        z = R::Scale(z, q0);
+        z = std::scalbn(z, q0);
         z = z - T{8.0} * Floor(z * T{0.125});
         n = static_cast<std::int32_t>(z);
         z = z - static_cast<T>(n);
@@ -220,7 +181,7 @@ int ReduceLarge(const T* tx, T* y, int e0, int nx) {
             if (ih == 2) {
                 z = T{1.0} - z;
                 if (carry) {
-                    z = z - R::Scale(T{1.0}, q0);
+                    z = z - std::scalbn(T{1.0}, q0);
                 }
             }
         }
@@ -247,7 +208,7 @@ int ReduceLarge(const T* tx, T* y, int e0, int nx) {
             q0 = q0 - R::B;
         }
     } else {
-        z = R::Scale(z, -q0);
+        z = std::scalbn(z, -q0);
         if (z >= R::twoB) {
             const T fw = static_cast<T>(static_cast<std::int32_t>(R::twonB * z));
             iq[jz] = static_cast<std::int32_t>(z - R::twoB * fw);
@@ -263,7 +224,7 @@ int ReduceLarge(const T* tx, T* y, int e0, int nx) {
         return n & 7;
     }
 
-    T fw = R::Scale(T{1.0}, q0);
+    T fw = std::scalbn(T{1.0}, q0);
     for (int i = jz; i >= 0; --i) {
         q[i] = static_cast<T>(iq[i]) * fw;
         fw = fw * R::twonB;
