@@ -72,32 +72,6 @@ TEST_P(PairFunctions, AreAsAccurateAsMeasured) {
     std::visit([](auto* function) { ExpectAccuracy(*function); }, GetParam());
 }
 
-TEST_P(PairFunctions, AreTheSameInEveryShape) {
-    std::visit(
-        [](auto* function) {
-            EXPECT_TRUE(HoldsOverShapes(function->array, function->kernel, function->same));
-            EXPECT_TRUE(HoldsInPlace(function->array, function->kernel, function->same));
-        },
-        GetParam());
-}
-
-TEST(MixedPairs, WorkInDoubleAndRoundOnce) {
-    const struct {
-        BinaryCall<float, float, double> first;
-        BinaryCall<float, double, float> second;
-    } rows[] = {
-        {Atan2, Atan2}, {Atan2D, Atan2D}, {Hypot, Hypot}, {Power, Power}, {Mod, Mod}, {Rem, Rem},
-    };
-    for (std::size_t i = 0; i < std::size(rows); ++i) {
-        const auto& function = pairFunctions<double>[i];
-        const auto rounded = [&function](auto a, auto b) {
-            return static_cast<float>(function.reference(a, b));
-        };
-        EXPECT_TRUE(HoldsOverShapes(rows[i].first, rounded, function.same)) << function.name;
-        EXPECT_TRUE(HoldsOverShapes(rows[i].second, rounded, function.same)) << function.name;
-    }
-}
-
 template <class T>
 class KnownPairs : public ::testing::Test {};
 
