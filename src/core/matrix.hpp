@@ -50,6 +50,14 @@
     SHAPE(Result, Family, double)                                                                  \
     SHAPE(Result, Family, float)
 
+#define NX_COMPLEX(SHAPE, Result, Family)                                                          \
+    SHAPE(Result, Family, NX_CD)                                                                   \
+    SHAPE(Result, Family, NX_CF)
+
+#define NX_REAL_AND_COMPLEX(SHAPE, Result, Family)                                                 \
+    NX_REAL(SHAPE, Result, Family)                                                                 \
+    NX_COMPLEX(SHAPE, Result, Family)
+
 // dst[i] from a[i] and b[i].
 
 #define NX_BINARY_MEMBER(Result, Family, TDst, TA, TB)                                             \
@@ -81,13 +89,35 @@
 #define NX_UNARY_MEMBER(Result, Family, T)                                                         \
     template NX_API Result Family<T>(T*, T*, unsigned long, unsigned long, unsigned long);
 
-#define NX_UNARY_FAMILY(LIST, Result, Family, ...)                                                 \
+#define NX_UNARY_TEMPLATE(Result, Family, TDst, ...)                                               \
     template <class T>                                                                             \
-    Result Family(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,                \
+    Result Family(TDst* dst, T* src, unsigned long dstStride, unsigned long srcStride,             \
                   unsigned long count) {                                                           \
         return __VA_ARGS__(dst, src, dstStride, srcStride, count);                                 \
-    }                                                                                              \
+    }
+
+#define NX_UNARY_FAMILY(LIST, Result, Family, ...)                                                 \
+    NX_UNARY_TEMPLATE(Result, Family, T, __VA_ARGS__)                                              \
     LIST(NX_UNARY_MEMBER, Result, Family)
+
+// The same with the real type of T as the destination.
+
+#define NX_UNARY_TO_REAL_MEMBER(Result, Family, T)                                                 \
+    template NX_API Result Family<T>(::tvr_scalar::realType<T>::type*, T*, unsigned long,          \
+                                     unsigned long, unsigned long);
+
+#define NX_UNARY_TO_REAL_FAMILY(LIST, Result, Family, ...)                                         \
+    NX_UNARY_TEMPLATE(Result, Family, typename ::tvr_scalar::realType<T>::type, __VA_ARGS__)       \
+    LIST(NX_UNARY_TO_REAL_MEMBER, Result, Family)
+
+// The same with a truth value as the destination.
+
+#define NX_PREDICATE_MEMBER(Result, Family, T)                                                     \
+    template NX_API Result Family<T>(bool*, T*, unsigned long, unsigned long, unsigned long);
+
+#define NX_PREDICATE_FAMILY(LIST, Result, Family, ...)                                             \
+    NX_UNARY_TEMPLATE(Result, Family, bool, __VA_ARGS__)                                           \
+    LIST(NX_PREDICATE_MEMBER, Result, Family)
 
 // Complex dst[i] from real src[i].
 
