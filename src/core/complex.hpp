@@ -1,4 +1,4 @@
-// Complex values as pairs of parts, scalar or lanes.
+// Complex values as pairs of parts, scalar or lanes, and elements of all types in lanes.
 #ifndef NX_CORE_COMPLEX_HPP
 #define NX_CORE_COMPLEX_HPP
 
@@ -43,6 +43,92 @@ template <ComplexElement TDst, class W>
 TDst ToElement(Complex<W> z) {
     using T = RealType<TDst>;
     return {static_cast<T>(z.re), static_cast<T>(z.im)};
+}
+
+// Elements in lanes of a precision at least theirs: as parts, in the order in which they lie in
+// memory, or as pairs, all real parts in one vector and all imaginary ones in another.
+
+template <Value V, class T>
+V LoadWidened(const T* p) {
+    if constexpr (std::same_as<T, ElementOf<V>>) {
+        return Load<V>(p);
+    } else {
+        return (V)_mm_cvtps_pd(_mm_castsi128_ps(_mm_loadl_epi64((const __m128i*)p)));
+    }
+}
+
+template <Value V, class T>
+void StoreNarrowed(T* p, V v) {
+    if constexpr (std::same_as<T, ElementOf<V>>) {
+        Store(p, v);
+    } else {
+        _mm_storel_epi64((__m128i*)p, _mm_castps_si128(_mm_cvtpd_ps((__m128d)v)));
+    }
+}
+
+/// The parts of a complex array, which lie one after the other.
+template <ComplexElement T>
+RealType<T>* Parts(T* p) {
+    return reinterpret_cast<RealType<T>*>(p);
+}
+template <ComplexElement T>
+const RealType<T>* Parts(const T* p) {
+    return reinterpret_cast<const RealType<T>*>(p);
+}
+
+/// Parts of elements for a complex or a real destination.
+template <Value V, class TDst, class T>
+V LoadParts(const T* p) {
+    if constexpr (ComplexElement<T>) {
+        return LoadWidened<V>(Parts(p));
+    } else if constexpr (!ComplexElement<TDst>) {
+        return LoadWidened<V>(p);
+    } else if constexpr (std::same_as<V, f64x2>) {
+        return V{static_cast<double>(*p), 0};
+    } else {
+        const __m128i both = _mm_loadl_epi64((const __m128i*)p);
+        return (V)_mm_unpacklo_ps(_mm_castsi128_ps(both), _mm_setzero_ps());
+    }
+}
+
+template <Value V, class T>
+void StoreParts(T* p, V v) {
+    if constexpr (ComplexElement<T>) {
+        StoreNarrowed(Parts(p), v);
+    } else {
+        StoreNarrowed(p, v);
+    }
+}
+
+template <Value V, class T>
+Complex<V> LoadPairs(const T* p) {
+    if constexpr (!ComplexElement<T>) {
+        return {LoadWidened<V>(p), V{}};
+    } else {
+        const V first = LoadWidened<V>(Parts(p));
+        const V second = LoadWidened<V>(Parts(p) + Lanes<V>::count);
+        if constexpr (std::same_as<V, f64x2>) {
+            return {(V)_mm_unpacklo_pd((__m128d)first, (__m128d)second),
+                    (V)_mm_unpackhi_pd((__m128d)first, (__m128d)second)};
+        } else {
+            return {(V)_mm_shuffle_ps((__m128)first, (__m128)second, _MM_SHUFFLE(2, 0, 2, 0)),
+                    (V)_mm_shuffle_ps((__m128)first, (__m128)second, _MM_SHUFFLE(3, 1, 3, 1))};
+        }
+    }
+}
+
+template <Value V, ComplexElement T>
+void StorePairs(T* p, Complex<V> z) {
+    V first, second;
+    if constexpr (std::same_as<V, f64x2>) {
+        first = (V)_mm_unpacklo_pd((__m128d)z.re, (__m128d)z.im);
+        second = (V)_mm_unpackhi_pd((__m128d)z.re, (__m128d)z.im);
+    } else {
+        first = (V)_mm_unpacklo_ps((__m128)z.re, (__m128)z.im);
+        second = (V)_mm_unpackhi_ps((__m128)z.re, (__m128)z.im);
+    }
+    StoreNarrowed(Parts(p), first);
+    StoreNarrowed(Parts(p) + Lanes<V>::count, second);
 }
 
 /// a where the mask holds, b elsewhere.

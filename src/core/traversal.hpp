@@ -1,14 +1,22 @@
 // The loops of all families: how arrays are walked, never what is computed.
 //
 // Every loop takes its operation as a type. Loops over lanes and loops over elements give the same
-// bits, since the operation is one template; strides, alignment and count alone decide which runs.
+// bits, since both forms of an operation do the same; strides, alignment and count alone decide
+// which runs.
+//
+// `Op::template Apply<TDst>(x...)` is one element of any types, or the lanes of one real type. An Op
+// that derives from `OnElements` has lanes for all its types. An Op of two operands may have a
+// faster `ApplyOrdered(a, b)` for lanes in which `Suspect(a, b)`, one of the two, is no NaN.
 #ifndef NX_CORE_TRAVERSAL_HPP
 #define NX_CORE_TRAVERSAL_HPP
 
+#include <algorithm>
 #include <concepts>
 #include <cstdint>
-#include <memory>
+#include <iterator>
+#include <utility>
 
+#include "core/complex.hpp"
 #include "core/lanes.hpp"
 
 namespace nx::core {
@@ -25,24 +33,103 @@ inline bool IsVectorAligned(const void* p) {
     return reinterpret_cast<std::uintptr_t>(p) % vectorBytes == 0;
 }
 
-// Two operands. `Op::template Apply<TDst>(a, b)` is one element of any types, or the lanes of one
-// real type. An Op may also have a faster `ApplyOrdered(a, b)` for lanes in which `Suspect(a, b)`,
-// one of the two operands, is no NaN.
+// Operations on values, carried over to elements.
+
+/// An operation on complex values that is more than the same one on either part.
+template <class Operation, class W, class... TSrc>
+concept WorksOnPairs = (ComplexElement<TSrc> || ...) && requires(TSrc... x) {
+    Operation::OfPair(ToComplex<W>(x)...);
+};
+
+/// What an operation on values is on elements: operands meet in the widest of their precisions, a
+/// real operand meets a complex one with the imaginary part +0, and the result is rounded once.
+/// For any value type V, the operation gives
+///   Of(V...)                     its value, or the mask where a predicate holds
+///   OfPair(Complex<T>...)        the same for complex values of a scalar T; without it, `Of` serves
+///                                either part
+///   OfPairs(Complex<V>..., MaskOf<V>& rare)   OfPair for lanes; sets `rare` where it does not serve.
+///                                Without it, OfPair is good for lanes too
+template <class Operation>
+struct OnElements : Operation {
+    static constexpr bool hasAllLanes = true;
+
+    template <class TDst, class... TSrc>
+    static TDst Apply(TSrc... x) {
+        if constexpr (Value<TDst> && (std::same_as<TDst, TSrc> && ...)) {
+            return Operation::Of(x...);
+        } else {
+            using W = WorkingType<TSrc...>;
+            if constexpr (WorksOnPairs<Operation, W, TSrc...>) {
+                const auto result = Operation::OfPair(ToComplex<W>(x)...);
+                if constexpr (ComplexElement<TDst>) {
+                    return ToElement<TDst>(result);
+                } else {
+                    return static_cast<TDst>(result);
+                }
+            } else if constexpr (ComplexElement<TDst>) {
+                return ToElement<TDst>(Complex<W>{Operation::Of(ToComplex<W>(x).re...),
+                                                  Operation::Of(ToComplex<W>(x).im...)});
+            } else {
+                return static_cast<TDst>(Operation::Of(static_cast<W>(x)...));
+            }
+        }
+    }
+};
+
+template <class Op>
+concept HasAllLanes = requires {
+    requires Op::hasAllLanes;
+};
+
+// Sources of loops in which the destination moves by one element.
 
 /// A source that moves on with the destination, or stays at its first element.
 enum class Source { moving, fixed };
 
-enum class Alignment { any, vector };
+template <Source source, class T>
+struct ElementSource {
+    const T* p;
 
-template <class V, Source source, Alignment alignment>
-V LoadSource(const ElementOf<V>* p, unsigned long i, V fixed) {
-    if constexpr (source == Source::fixed) {
-        return fixed;
-    } else if constexpr (alignment == Alignment::vector) {
-        return LoadAligned(p + i);
-    } else {
-        return Load<V>(p + i);
+    T Element(unsigned long i) const {
+        return p[source == Source::fixed ? 0 : i];
     }
+};
+
+/// A source that also comes as lanes, which `load` makes of at most `perLoad` elements.
+template <Source source, unsigned long perLoad, auto load, class T>
+struct LaneSource : ElementSource<source, T> {
+    explicit LaneSource(const T* first) : ElementSource<source, T>{first} {
+        if constexpr (source == Source::fixed) {
+            alignas(vectorBytes) T copies[perLoad];
+            std::fill(std::begin(copies), std::end(copies), *first);
+            fixed = load(copies);
+        }
+    }
+
+    auto From(unsigned long i) const {
+        if constexpr (source == Source::fixed) {
+            return fixed;
+        } else {
+            return load(this->p + i);
+        }
+    }
+
+private:
+    decltype(load(std::declval<const T*>())) fixed;
+};
+
+template <class Op, class TDst, class... S>
+void ElementLoop(TDst* dst, unsigned long first, unsigned long last, const S&... sources) {
+    for (unsigned long i = first; i < last; ++i) {
+        dst[i] = Op::template Apply<TDst>(sources.Element(i)...);
+    }
+}
+
+/// How many elements to take singly until the destination is aligned, if that can be.
+template <class T>
+unsigned long ElementsToAlignment(const T* dst) {
+    const unsigned long past = reinterpret_cast<std::uintptr_t>(dst) % vectorBytes;
+    return past % sizeof(T) == 0 ? (vectorBytes - past) % vectorBytes / sizeof(T) : 0;
 }
 
 template <class Op, class V>
@@ -50,74 +137,122 @@ concept HasOrderedForm = requires(V v) {
     Op::ApplyOrdered(v, v);
 };
 
-/// Groups of four vectors, then vectors, then elements. Stores are aligned: a destination that is
-/// not takes elements until it is.
-template <class Op, Source sourceA, Source sourceB, Alignment alignment, class T>
-void LaneLoop(T* dst, const T* a, const T* b, unsigned long count) {
-    using V = Vector<T>;
-    constexpr unsigned long lanes = Lanes<V>::count;
-    constexpr unsigned long group = 4;
-    const V fixedA = Broadcast<V>(*a);
-    const V fixedB = Broadcast<V>(*b);
-    const auto atA = [&](unsigned long i) {
-        return LoadSource<V, sourceA, alignment>(a, i, fixedA);
-    };
-    const auto atB = [&](unsigned long i) {
-        return LoadSource<V, sourceB, alignment>(b, i, fixedB);
-    };
-    const auto store = [&](unsigned long i, V v) {
-        Store(std::assume_aligned<vectorBytes>(dst + i), v);
-    };
-    const auto element = [&](unsigned long i) {
-        dst[i] = Op::template Apply<T>(sourceA == Source::fixed ? *a : a[i],
-                                       sourceB == Source::fixed ? *b : b[i]);
-    };
-    unsigned long i = 0;
-    if constexpr (alignment == Alignment::any) {
-        for (; i < count && !IsVectorAligned(dst + i); ++i) {
-            element(i);
-        }
+/// `group` vectors that take the faster form if all of them can.
+template <class Op, unsigned long group, class V, class A, class B>
+void ApplyToGroup(const A& a, const B& b, unsigned long first, V* results) {
+    V va[group], vb[group];
+    for (unsigned long j = 0; j < group; ++j) {
+        va[j] = a.From(first + j * Lanes<V>::count);
+        vb[j] = b.From(first + j * Lanes<V>::count);
     }
-    for (; count - i >= group * lanes; i += group * lanes) {
-        if constexpr (HasOrderedForm<Op, V>) {
-            V va[group], vb[group];
-            for (unsigned long j = 0; j < group; ++j) {
-                va[j] = atA(i + j * lanes);
-                vb[j] = atB(i + j * lanes);
-            }
-            i32x4 unordered{};
-            for (unsigned long j = 0; j < group; j += 2) {
-                unordered |=
-                    Unordered(Op::Suspect(va[j], vb[j]), Op::Suspect(va[j + 1], vb[j + 1]));
-            }
-            const bool ordered = !Any<V>(unordered);
-            for (unsigned long j = 0; j < group; ++j) {
-                store(i + j * lanes, ordered ? Op::ApplyOrdered(va[j], vb[j])
-                                             : Op::template Apply<V>(va[j], vb[j]));
-            }
-        } else {
-            for (unsigned long j = 0; j < group; ++j) {
-                store(i + j * lanes, Op::template Apply<V>(atA(i + j * lanes), atB(i + j * lanes)));
-            }
-        }
+    i32x4 unordered{};
+    for (unsigned long j = 0; j < group; j += 2) {
+        unordered |= Unordered(Op::Suspect(va[j], vb[j]), Op::Suspect(va[j + 1], vb[j + 1]));
     }
-    for (; count - i >= lanes; i += lanes) {
-        store(i, Op::template Apply<V>(atA(i), atB(i)));
-    }
-    for (; i < count; ++i) {
-        element(i);
+    const bool ordered = !Any<V>(unordered);
+    for (unsigned long j = 0; j < group; ++j) {
+        results[j] = ordered ? Op::ApplyOrdered(va[j], vb[j]) : Op::template Apply<V>(va[j], vb[j]);
     }
 }
 
-template <class Op, Source sourceA, Source sourceB, class TDst, class TA, class TB>
-void AdjacentLoop(TDst* dst, const TA* a, const TB* b, unsigned long count) {
-    if constexpr (std::same_as<TDst, TA> && std::same_as<TDst, TB>) {
-        LaneLoop<Op, sourceA, sourceB, Alignment::any>(dst, a, b, count);
-    } else {
-        for (unsigned long i = 0; i < count; ++i) {
-            dst[i] = Op::template Apply<TDst>(a[sourceA == Source::fixed ? 0 : i],
-                                              b[sourceB == Source::fixed ? 0 : i]);
+/// Groups of four vectors of parts, then vectors, then elements, all of them behind the elements
+/// that align the destination.
+template <class Op, class V, class TDst, class... S>
+void PartsLoop(TDst* dst, unsigned long count, const S&... sources) {
+    constexpr unsigned long perVector = Lanes<V>::count / (sizeof(TDst) / sizeof(RealType<TDst>));
+    constexpr unsigned long group = 4;
+    unsigned long i = std::min(count, ElementsToAlignment(dst));
+    ElementLoop<Op>(dst, 0, i, sources...);
+    for (; count - i >= group * perVector; i += group * perVector) {
+        if constexpr (HasOrderedForm<Op, V>) {
+            V results[group];
+            ApplyToGroup<Op, group>(sources..., i, results);
+            for (unsigned long j = 0; j < group; ++j) {
+                StoreParts(dst + i + j * perVector, results[j]);
+            }
+        } else {
+            for (unsigned long j = 0; j < group; ++j) {
+                StoreParts(dst + i + j * perVector,
+                           Op::template Apply<V>(sources.From(i + j * perVector)...));
+            }
         }
+    }
+    for (; count - i >= perVector; i += perVector) {
+        StoreParts(dst + i, Op::template Apply<V>(sources.From(i)...));
+    }
+    ElementLoop<Op>(dst, i, count, sources...);
+}
+
+template <class Op, class V, class... Operands>
+Complex<V> ApplyToPairs(MaskOf<V>& rare, Operands... x) {
+    if constexpr (requires { Op::OfPairs(x..., rare); }) {
+        return Op::OfPairs(x..., rare);
+    } else {
+        return Op::OfPair(x...);
+    }
+}
+
+/// `group` vectors of pairs, or their elements one by one if the lanes do not serve them all.
+template <class Op, class V, unsigned long group, class TDst, class... S>
+void PairsGroup(TDst* dst, unsigned long i, const S&... sources) {
+    constexpr unsigned long lanes = Lanes<V>::count;
+    MaskOf<V> rare{};
+    Complex<V> results[group];
+    for (unsigned long j = 0; j < group; ++j) {
+        results[j] = ApplyToPairs<Op, V>(rare, sources.From(i + j * lanes)...);
+    }
+    if (Any<V>(rare)) [[unlikely]] {
+        return ElementLoop<Op>(dst, i, i + group * lanes, sources...);
+    }
+    for (unsigned long j = 0; j < group; ++j) {
+        StorePairs(dst + i + j * lanes, results[j]);
+    }
+}
+
+template <class Op, class V, class TDst, class... S>
+void PairsLoop(TDst* dst, unsigned long count, const S&... sources) {
+    constexpr unsigned long lanes = Lanes<V>::count;
+    constexpr unsigned long group = 2;
+    unsigned long i = 0;
+    for (; count - i >= group * lanes; i += group * lanes) {
+        PairsGroup<Op, V, group>(dst, i, sources...);
+    }
+    if (count - i >= lanes) {
+        PairsGroup<Op, V, 1>(dst, i, sources...);
+        i += lanes;
+    }
+    ElementLoop<Op>(dst, i, count, sources...);
+}
+
+/// A destination that moves by one element, and sources that do so or stay.
+template <class Op, Source... source, class TDst, class... TSrc>
+void AdjacentLoop(TDst* dst, unsigned long count, const TSrc*... src) {
+    constexpr bool oneRealType = !ComplexElement<TDst> && (std::same_as<TDst, TSrc> && ...);
+    if constexpr (!oneRealType && !HasAllLanes<Op>) {
+        ElementLoop<Op>(dst, 0, count, ElementSource<source, TSrc>{src}...);
+    } else {
+        using W = WorkingType<TSrc...>;
+        using V = Vector<W>;
+        if constexpr (WorksOnPairs<Op, W, TSrc...>) {
+            PairsLoop<Op, V>(dst, count,
+                             LaneSource<source, Lanes<V>::count, LoadPairs<V, TSrc>, TSrc>(src)...);
+        } else {
+            PartsLoop<Op, V>(
+                dst, count,
+                LaneSource<source, Lanes<V>::count, LoadParts<V, TDst, TSrc>, TSrc>(src)...);
+        }
+    }
+}
+
+template <class Op, class TDst, class TSrc>
+void GeneralLoop(TDst* dst, const TSrc* src, unsigned long dstStride, unsigned long srcStride,
+                 unsigned long count) {
+    const unsigned long dstBytes = dstStride * sizeof(TDst);
+    const unsigned long srcBytes = srcStride * sizeof(TSrc);
+    for (; count != 0; --count) {
+        *dst = Op::template Apply<TDst>(*src);
+        dst = Advance(dst, dstBytes);
+        src = Advance(src, srcBytes);
     }
 }
 
@@ -135,6 +270,54 @@ void GeneralLoop(TDst* dst, const TA* a, const TB* b, unsigned long dstStride,
     }
 }
 
+/// A one-operand family of one type.
+template <class Op, class T>
+void Unary(T* dst, T* src, unsigned long dstStride, unsigned long srcStride, unsigned long count) {
+    if (dstStride == 1 && srcStride == 1) {
+        AdjacentLoop<Op, Source::moving>(dst, count, src);
+    } else {
+        GeneralLoop<Op>(dst, src, dstStride, srcStride, count);
+    }
+}
+
+/// Where a predicate holds for four elements, as 32-bit masks.
+template <class Op, class T>
+i32x4 FourMasks(const T* src) {
+    using V = Vector<RealType<T>>;
+    const auto mask = [](const T* p) {
+        if constexpr (ComplexElement<T>) {
+            return Op::OfPair(LoadPairs<V>(p));
+        } else {
+            return Op::Of(Load<V>(p));
+        }
+    };
+    if constexpr (std::same_as<V, f32x4>) {
+        return mask(src);
+    } else {
+        return (i32x4)_mm_shuffle_ps((__m128)mask(src), (__m128)mask(src + Lanes<V>::count),
+                                     _MM_SHUFFLE(2, 0, 2, 0));
+    }
+}
+
+/// A predicate family.
+template <class Op, class T>
+void Predicate(bool* dst, T* src, unsigned long dstStride, unsigned long srcStride,
+               unsigned long count) {
+    if (dstStride != 1 || srcStride != 1) {
+        return GeneralLoop<Op>(dst, src, dstStride, srcStride, count);
+    }
+    unsigned long i = 0;
+    for (; count - i >= vectorBytes; i += vectorBytes) {
+        const auto eight = [&](unsigned long first) {
+            return _mm_packs_epi32((__m128i)FourMasks<Op>(src + first),
+                                   (__m128i)FourMasks<Op>(src + first + 4));
+        };
+        const __m128i bytes = _mm_packs_epi16(eight(i), eight(i + 8));
+        _mm_storeu_si128((__m128i*)(dst + i), _mm_and_si128(bytes, _mm_set1_epi8(1)));
+    }
+    ElementLoop<Op>(dst, i, count, ElementSource<Source::moving, T>{src});
+}
+
 /// A two-operand family: one loop for each shape that is worth one, and the general one.
 template <class Op, class TDst, class TA, class TB>
 void Binary(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
@@ -143,11 +326,11 @@ void Binary(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStr
         return;
     }
     if (dstStride == 1 && aStride == 0 && bStride == 1) {
-        AdjacentLoop<Op, Source::fixed, Source::moving>(dst, a, b, count);
+        AdjacentLoop<Op, Source::fixed, Source::moving>(dst, count, a, b);
     } else if (dstStride == 1 && aStride == 1 && bStride == 0) {
-        AdjacentLoop<Op, Source::moving, Source::fixed>(dst, a, b, count);
+        AdjacentLoop<Op, Source::moving, Source::fixed>(dst, count, a, b);
     } else if (dstStride == 1 && aStride == 1 && bStride == 1) {
-        AdjacentLoop<Op, Source::moving, Source::moving>(dst, a, b, count);
+        AdjacentLoop<Op, Source::moving, Source::moving>(dst, count, a, b);
     } else {
         GeneralLoop<Op>(dst, a, b, dstStride, aStride, bStride, count);
     }
@@ -156,28 +339,31 @@ void Binary(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStr
 /// A two-operand family whose members of one real type have a wide path: aligned accesses where the
 /// destination and every moving source allow it, and the loops of `Binary` otherwise. A fixed
 /// source needs no alignment.
-template <class Op, class T>
+template <class Op, std::floating_point T>
 void WideBinary(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
                 unsigned long bStride, unsigned long count) {
-    constexpr unsigned long lanes = Lanes<Vector<T>>::count;
-    constexpr auto aligned = Alignment::vector;
+    using V = Vector<T>;
+    constexpr unsigned long lanes = Lanes<V>::count;
+    constexpr auto load = [](const T* p) { return LoadAligned(p); };
+    using Fixed = LaneSource<Source::fixed, lanes, load, T>;
+    using Moving = LaneSource<Source::moving, lanes, load, T>;
     if (count >= lanes && dstStride == 1 && IsVectorAligned(dst)) {
         if (aStride == 0) {
             if (bStride == 1 && IsVectorAligned(b)) {
-                return LaneLoop<Op, Source::fixed, Source::moving, aligned>(dst, a, b, count);
+                return PartsLoop<Op, V>(dst, count, Fixed(a), Moving(b));
             }
         } else if (bStride == 0) {
             if (aStride == 1 && IsVectorAligned(a)) {
-                return LaneLoop<Op, Source::moving, Source::fixed, aligned>(dst, a, b, count);
+                return PartsLoop<Op, V>(dst, count, Moving(a), Fixed(b));
             }
         } else if (aStride == 1 && bStride == 1 && IsVectorAligned(a) && IsVectorAligned(b)) {
-            return LaneLoop<Op, Source::moving, Source::moving, aligned>(dst, a, b, count);
+            return PartsLoop<Op, V>(dst, count, Moving(a), Moving(b));
         }
     }
     Binary<Op>(dst, a, b, dstStride, aStride, bStride, count);
 }
 
-/// The members of mixed types have no wide path.
+/// The members of complex and of mixed types have no wide path.
 template <class Op, class TDst, class TA, class TB>
 void WideBinary(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
                 unsigned long bStride, unsigned long count) {

@@ -7,9 +7,12 @@
 
 namespace nx {
 
-NX_BINARY_FAMILY(NX_REAL_SAME, void, Plus, core::WideBinary<elementwise::Sum>)
-NX_BINARY_FAMILY(NX_REAL_SAME, void, Minus, core::WideBinary<elementwise::Difference>)
-NX_BINARY_FAMILY(NX_REAL_SAME, void, Times, core::WideBinary<elementwise::Product>)
-NX_BINARY_FAMILY(NX_REAL_SAME, void, Rdivide, core::WideBinary<elementwise::Quotient>)
+template <class Operation>
+using Members = core::OnElements<Operation>;
+
+NX_BINARY_FAMILY(NX_ALL, void, Plus, core::WideBinary<Members<elementwise::Sum>>)
+NX_BINARY_FAMILY(NX_ALL, void, Minus, core::WideBinary<Members<elementwise::Difference>>)
+NX_BINARY_FAMILY(NX_ALL, void, Times, core::WideBinary<Members<elementwise::Product>>)
+NX_BINARY_FAMILY(NX_ALL, void, Rdivide, core::WideBinary<Members<elementwise::Quotient>>)
 
 } // namespace nx

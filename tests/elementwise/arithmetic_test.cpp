@@ -1,47 +1,70 @@
 #include "elementwise/arithmetic_cases.hpp"
+#include "support/members.hpp"
 
 namespace nx::test {
 namespace {
 
-template <class T>
-class Arithmetic : public ::testing::Test {};
+template <class M>
+class Arithmetic : public ::testing::Test {
+protected:
+    using D = typename M::Dst;
+    using A = typename M::First;
+    using B = typename M::Second;
 
-using RealTypes = ::testing::Types<double, float>;
-TYPED_TEST_SUITE(Arithmetic, RealTypes);
+    static constexpr const auto& Families() {
+        return arithmeticCases<D, A, B>;
+    }
+};
+
+TYPED_TEST_SUITE_P(Arithmetic);
 
 // The sign and payload of a NaN result belong to nobody.
 
-TYPED_TEST(Arithmetic, IsOneOperationForSpecialPairs) {
-    for (const auto& [name, call, scalar] : arithmeticCases<TypeParam>) {
+TYPED_TEST_P(Arithmetic, FollowsTheStepsForSpecialPairs) {
+    for (const auto& [name, call, scalar] : TestFixture::Families()) {
         EXPECT_TRUE(HoldsForSpecialPairs(call, scalar, BitwiseButNaN{})) << name;
     }
 }
 
-TYPED_TEST(Arithmetic, IsTheSameInEveryShape) {
-    for (const auto& [name, call, scalar] : arithmeticCases<TypeParam>) {
+TYPED_TEST_P(Arithmetic, IsTheSameInEveryShape) {
+    for (const auto& [name, call, scalar] : TestFixture::Families()) {
         EXPECT_TRUE(HoldsOverShapes(call, scalar, BitwiseButNaN{})) << name;
     }
 }
 
-TYPED_TEST(Arithmetic, WorksInPlace) {
-    for (const auto& [name, call, scalar] : arithmeticCases<TypeParam>) {
-        EXPECT_TRUE(HoldsInPlace(call, scalar, BitwiseButNaN{})) << name;
+TYPED_TEST_P(Arithmetic, WorksInPlace) {
+    using T = typename TestFixture::D;
+    if constexpr (std::is_same_v<TypeParam, Member<T, T, T>>) {
+        for (const auto& [name, call, scalar] : TestFixture::Families()) {
+            EXPECT_TRUE(HoldsInPlace(call, scalar, BitwiseButNaN{})) << name;
+        }
     }
 }
 
-TYPED_TEST(Arithmetic, TouchesNothingForCountZero) {
-    ExpectNothingTouchedForCountZero(arithmeticCases<TypeParam>);
+TYPED_TEST_P(Arithmetic, TouchesNothingForCountZero) {
+    ExpectNothingTouchedForCountZero(TestFixture::Families());
 }
 
+REGISTER_TYPED_TEST_SUITE_P(Arithmetic, FollowsTheStepsForSpecialPairs, IsTheSameInEveryShape,
+                            WorksInPlace, TouchesNothingForCountZero);
+INSTANTIATE_TYPED_TEST_SUITE_P(Real, Arithmetic, RealMembers);
+INSTANTIATE_TYPED_TEST_SUITE_P(Complex, Arithmetic, ComplexMembers);
+
+template <class T>
+class RealArithmetic : public ::testing::Test {};
+
+using RealTypes = ::testing::Types<double, float>;
+TYPED_TEST_SUITE(RealArithmetic, RealTypes);
+
 // What a host relies on by value: signs of zeros and infinities, subnormals kept.
-TYPED_TEST(Arithmetic, KnownResults) {
+TYPED_TEST(RealArithmetic, KnownResults) {
     using T = TypeParam;
     constexpr T tiny = std::numeric_limits<T>::denorm_min();
     constexpr T smallest = std::numeric_limits<T>::min();
     constexpr T largest = std::numeric_limits<T>::max();
     const auto& [plus, minus, times, rdivide] = arithmeticCases<T>;
     const struct {
-        const ArithmeticCase<T>& family;
+        const ArithmeticCase<T, T, T>& family;
         T a, b, want;
     } rows[] = {
         {plus, T{0}, T{-0.0}, T{0}},

@@ -7,6 +7,7 @@
 #include <nx/minmax.hpp>
 
 #include "support/binary.hpp"
+#include "support/members.hpp"
 
 namespace nx::test {
 
@@ -82,17 +83,6 @@ inline constexpr SelectionCase<D, A, B> selectionCases[] = {
     {"MinRINaN", MinRINaN<D, A, B>, {false, false, true}},
     {"MaxRINaN", MaxRINaN<D, A, B>, {true, false, true}},
 };
-
-/// A member: the types of destination, a and b.
-template <class D, class A, class B>
-struct Member {
-    using Dst = D;
-    using First = A;
-    using Second = B;
-};
-
-using RealMembers = ::testing::Types<Member<double, double, double>, Member<float, float, float>,
-                                     Member<float, float, double>, Member<float, double, float>>;
 
 } // namespace nx::test
 

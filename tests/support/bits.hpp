@@ -4,6 +4,7 @@
 
 #include <bit>
 #include <cmath>
+#include <complex>
 #include <cstdint>
 #include <iomanip>
 #include <limits>
@@ -49,11 +50,20 @@ std::string Show(T x) {
     return out.str();
 }
 
+template <class T>
+std::string Show(std::complex<T> z) {
+    return Show(z.real()) + " + i * " + Show(z.imag());
+}
+
 /// Bit for bit, payloads included.
 struct Bitwise {
     template <class T>
     bool operator()(T got, T want) const {
         return BitsOf(got) == BitsOf(want);
+    }
+    template <class T>
+    bool operator()(std::complex<T> got, std::complex<T> want) const {
+        return (*this)(got.real(), want.real()) && (*this)(got.imag(), want.imag());
     }
 };
 
@@ -62,6 +72,10 @@ struct BitwiseButNaN {
     template <class T>
     bool operator()(T got, T want) const {
         return BitsOf(got) == BitsOf(want) || (std::isnan(got) && std::isnan(want));
+    }
+    template <class T>
+    bool operator()(std::complex<T> got, std::complex<T> want) const {
+        return (*this)(got.real(), want.real()) && (*this)(got.imag(), want.imag());
     }
 };
 

@@ -6,8 +6,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <complex>
 #include <cstdint>
+#include <type_traits>
 #include <vector>
+
+#include <nx/types.hpp>
 
 #include "support/bits.hpp"
 
@@ -20,6 +24,9 @@ constexpr T MakeNaN(bool negative, bool quiet, Word<T> payload) {
     return FromBits<T>(BitsOf(infinity<T>) | (Word<T>{negative} << (8 * sizeof(T) - 1)) |
                        (Word<T>{quiet} << (mantissaBits - 1)) | payload);
 }
+
+template <class T>
+inline constexpr bool isComplex = !std::is_same_v<T, typename tvr_scalar::realType<T>::type>;
 
 /// Both signs of zeros, subnormals, limits, powers of two, neighbours of 1, and NaN with payloads.
 template <class T>
@@ -60,6 +67,23 @@ std::vector<T> SpecialValues() {
     return values;
 }
 
+/// Both signs and all pairs of parts that differ in kind.
+template <class Z>
+requires isComplex<Z> std::vector<Z> SpecialValues() {
+    using T = typename Z::value_type;
+    using Limits = std::numeric_limits<T>;
+    const T parts[] = {
+        T{0},        Limits::denorm_min(),           T{1}, T{3}, Limits::max() / 2, Limits::max(),
+        infinity<T>, MakeNaN<T>(false, true, 0x2345)};
+    std::vector<Z> values;
+    for (T re : parts) {
+        for (T im : parts) {
+            values.insert(values.end(), {{re, im}, {-re, im}, {re, -im}, {-re, -im}});
+        }
+    }
+    return values;
+}
+
 class Random {
 public:
     explicit Random(std::uint64_t seed) : state(seed) {}
@@ -94,6 +118,22 @@ public:
     /// ties, and nothing but special values occur.
     template <class T>
     std::vector<T> Operands(std::size_t count) {
+        if constexpr (isComplex<T>) {
+            const auto re = Operands<typename T::value_type>(count);
+            const auto im = Operands<typename T::value_type>(count);
+            std::vector<T> values(count);
+            for (std::size_t i = 0; i < count; ++i) {
+                values[i] = {re[i], im[i]};
+            }
+            return values;
+        } else {
+            return RealOperands<T>(count);
+        }
+    }
+
+private:
+    template <class T>
+    std::vector<T> RealOperands(std::size_t count) {
         static const std::vector<T> special = SpecialValues<T>();
         static constexpr std::array<T, 6> ties = {T{-0.0}, T{0},        T{1},
                                                   T{-1},   infinity<T>, -infinity<T>};
@@ -120,7 +160,6 @@ public:
         return values;
     }
 
-private:
     std::uint64_t state;
 };
 
