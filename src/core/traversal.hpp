@@ -280,6 +280,18 @@ void Unary(T* dst, T* src, unsigned long dstStride, unsigned long srcStride, uns
     }
 }
 
+/// A family of one operand and two results, the second of which Op writes to an address.
+template <class Op, class T, class TSecond>
+void UnarySplit(T* dst, TSecond* secondDst, const T* src, unsigned long dstStride,
+                unsigned long secondStride, unsigned long srcStride, unsigned long count) {
+    for (; count != 0; --count) {
+        *dst = Op::Apply(*src, secondDst);
+        dst = Advance(dst, dstStride * sizeof(T));
+        secondDst = Advance(secondDst, secondStride * sizeof(TSecond));
+        src = Advance(src, srcStride * sizeof(T));
+    }
+}
+
 /// Where a predicate holds for four elements, as 32-bit masks.
 template <class Op, class T>
 i32x4 FourMasks(const T* src) {

@@ -1,0 +1,63 @@
+#include "elementwise/unary.hpp"
+
+#include <nx/elementwise.hpp>
+
+#include "core/blocks.hpp"
+#include "core/matrix.hpp"
+#include "core/traversal.hpp"
+#include "elementwise/rounding.hpp"
+
+namespace nx {
+namespace {
+
+template <class Operation>
+using Members = core::OnElements<Operation>;
+
+template <class T>
+void MapMagnitude(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
+                  unsigned long count) {
+    core::Unary<Members<elementwise::Magnitude>>(dst, src, dstStride, srcStride, count);
+}
+
+/// The real and the imaginary parts of complex elements are two arrays of twice the stride.
+template <class T>
+void MapMagnitude(T* dst, std::complex<T>* src, unsigned long dstStride, unsigned long srcStride,
+                  unsigned long count) {
+    T* const re = core::Parts(src);
+    core::MapPairs<real::HypotKernel>(dst, re, core::Advance(re, sizeof(T)), dstStride,
+                                      2 * srcStride, 2 * srcStride, count);
+}
+
+} // namespace
+
+NX_UNARY_FAMILY(NX_REAL, void, Uplus, core::Unary<Members<elementwise::Identity>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Uminus, core::Unary<Members<elementwise::Negation>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Conj, core::Unary<Members<elementwise::Conjugate>>)
+NX_UNARY_TO_REAL_FAMILY(NX_REAL_AND_COMPLEX, void, Abs, MapMagnitude)
+
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Ceil, core::Unary<Members<elementwise::Ceiling>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Floor, core::Unary<Members<elementwise::Floored>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Fix, core::Unary<Members<elementwise::Fixed>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Round,
+                core::Unary<Members<elementwise::RoundedToNearest>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Sign, core::Unary<Members<elementwise::SignOf>>)
+
+NX_PREDICATE_FAMILY(NX_REAL_AND_COMPLEX, void, IsNaN,
+                    core::Predicate<Members<elementwise::NotANumber>>)
+NX_PREDICATE_FAMILY(NX_REAL_AND_COMPLEX, void, IsInf,
+                    core::Predicate<Members<elementwise::Infinite>>)
+NX_PREDICATE_FAMILY(NX_REAL_AND_COMPLEX, void, IsFinite,
+                    core::Predicate<Members<elementwise::Finite>>)
+
+template <class T>
+void Frexp(T* dst, int* exponentDst, T* src, unsigned long dstStride, unsigned long exponentStride,
+           unsigned long srcStride, unsigned long count) {
+    core::UnarySplit<elementwise::FractionAndExponent>(dst, exponentDst, src, dstStride,
+                                                       exponentStride, srcStride, count);
+}
+template NX_API void Frexp<double>(double*, int*, double*, unsigned long, unsigned long,
+                                   unsigned long, unsigned long);
+template NX_API void Frexp<float>(float*, int*, float*, unsigned long, unsigned long, unsigned long,
+                                  unsigned long);
+
+} // namespace nx

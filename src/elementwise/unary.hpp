@@ -1,0 +1,122 @@
+// What the families of one operand do with a value, besides rounding.
+#ifndef NX_ELEMENTWISE_UNARY_HPP
+#define NX_ELEMENTWISE_UNARY_HPP
+
+#include <limits>
+
+#include "core/complex.hpp"
+#include "real/basic.hpp"
+#include "real/hypot.hpp"
+
+namespace nx::elementwise {
+
+using namespace core;
+
+struct Identity {
+    template <Value V>
+    static V Of(V v) {
+        return v;
+    }
+};
+
+// The imaginary parts of both are no sign flips, so that a zero of either sign comes out as +0.
+
+struct Negation {
+    template <Value V>
+    static V Of(V v) {
+        return -v;
+    }
+    template <Value V>
+    static Complex<V> OfPair(Complex<V> z) {
+        return {-z.re, V{} - z.im};
+    }
+};
+
+struct Conjugate : Identity {
+    template <Value V>
+    static Complex<V> OfPair(Complex<V> z) {
+        return {z.re, V{} - z.im};
+    }
+};
+
+struct Magnitude {
+    template <Value V>
+    static V Of(V v) {
+        return Abs(v);
+    }
+};
+
+struct SignOf {
+    template <Value V>
+    static V Of(V v) {
+        return Select(Less(V{}, Abs(v)), WithSignOf(Broadcast<V>(1), v), v + V{});
+    }
+
+    template <class T>
+    static Complex<T> OfPair(Complex<T> z) {
+        if (z.im == 0) {
+            return {Of(z.re), T{0}};
+        }
+        T h = real::KernelHypot(z.re, z.im);
+        if (real::IsInfinite(h)) {
+            z = {z.re * T{0.5}, z.im * T{0.5}};
+            h = real::KernelHypot(z.re, z.im);
+        }
+        return {z.re / h, z.im / h};
+    }
+
+    template <Value V>
+    static Complex<V> OfPairs(Complex<V> z, MaskOf<V>& rare) {
+        const auto isReal = Equal(z.im, V{});
+        MaskOf<V> rareMagnitude{};
+        const V h = real::HypotKernel::Next(real::HypotKernel::First(z.re, z.im, rareMagnitude));
+        rare |= Not(isReal) & rareMagnitude;
+        return {Select(isReal, Of(z.re), z.re / h), Drop(isReal, z.im / h)};
+    }
+};
+
+struct FractionAndExponent {
+    template <class T>
+    static T Apply(T x, int* exponent) {
+        return real::SplitExponent(x, exponent);
+    }
+};
+
+// Predicates.
+
+struct NotANumber {
+    template <Value V>
+    static MaskOf<V> Of(V v) {
+        return IsNaN(v);
+    }
+    template <Value V>
+    static MaskOf<V> OfPair(Complex<V> z) {
+        return Of(z.re) | Of(z.im);
+    }
+};
+
+struct Infinite {
+    template <Value V>
+    static MaskOf<V> Of(V v) {
+        return Less(Broadcast<V>(std::numeric_limits<ElementOf<V>>::max()), Abs(v));
+    }
+    template <Value V>
+    static MaskOf<V> OfPair(Complex<V> z) {
+        return Of(z.re) | Of(z.im);
+    }
+};
+
+struct Finite {
+    template <Value V>
+    static MaskOf<V> Of(V v) {
+        return LessEqual(Abs(v), Broadcast<V>(std::numeric_limits<ElementOf<V>>::max()));
+    }
+    template <Value V>
+    static MaskOf<V> OfPair(Complex<V> z) {
+        return Of(z.re) & Of(z.im);
+    }
+};
+
+} // namespace nx::elementwise
+
+#endif
