@@ -17,6 +17,16 @@ struct Complex {
     V re, im;
 };
 
+/// A complex value as it is, or a real one with the imaginary part +0.
+template <Value V>
+Complex<V> AsPair(Complex<V> z) {
+    return z;
+}
+template <Value V>
+Complex<V> AsPair(V v) {
+    return {v, V{}};
+}
+
 template <class T>
 using RealType = typename ::tvr_scalar::realType<T>::type;
 
@@ -100,19 +110,21 @@ void StoreParts(T* p, V v) {
     }
 }
 
+/// Complex elements as pairs, real ones as they are.
 template <Value V, class T>
-Complex<V> LoadPairs(const T* p) {
+auto LoadPairs(const T* p) {
     if constexpr (!ComplexElement<T>) {
-        return {LoadWidened<V>(p), V{}};
+        return LoadWidened<V>(p);
     } else {
         const V first = LoadWidened<V>(Parts(p));
         const V second = LoadWidened<V>(Parts(p) + Lanes<V>::count);
         if constexpr (std::same_as<V, f64x2>) {
-            return {(V)_mm_unpacklo_pd((__m128d)first, (__m128d)second),
-                    (V)_mm_unpackhi_pd((__m128d)first, (__m128d)second)};
+            return Complex<V>{(V)_mm_unpacklo_pd((__m128d)first, (__m128d)second),
+                              (V)_mm_unpackhi_pd((__m128d)first, (__m128d)second)};
         } else {
-            return {(V)_mm_shuffle_ps((__m128)first, (__m128)second, _MM_SHUFFLE(2, 0, 2, 0)),
-                    (V)_mm_shuffle_ps((__m128)first, (__m128)second, _MM_SHUFFLE(3, 1, 3, 1))};
+            return Complex<V>{
+                (V)_mm_shuffle_ps((__m128)first, (__m128)second, _MM_SHUFFLE(2, 0, 2, 0)),
+                (V)_mm_shuffle_ps((__m128)first, (__m128)second, _MM_SHUFFLE(3, 1, 3, 1))};
         }
     }
 }

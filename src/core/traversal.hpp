@@ -47,8 +47,9 @@ concept WorksOnPairs = (ComplexElement<TSrc> || ...) && requires(TSrc... x) {
 ///   Of(V...)                     its value, or the mask where a predicate holds
 ///   OfPair(Complex<T>...)        the same for complex values of a scalar T; without it, `Of` serves
 ///                                either part
-///   OfPairs(Complex<V>..., MaskOf<V>& rare)   OfPair for lanes; sets `rare` where it does not serve.
-///                                Without it, OfPair is good for lanes too
+///   OfPairs(Complex<V>..., V& doubt)   OfPair for lanes; makes `doubt` infinite or NaN in those that
+///                                it does not serve. Without it, OfPair is good for lanes too. A real
+///                                operand comes as Complex<V>, or as V if there is such a form
 template <class Operation>
 struct OnElements : Operation {
     static constexpr bool hasAllLanes = true;
@@ -184,42 +185,59 @@ void PartsLoop(TDst* dst, unsigned long count, const S&... sources) {
 }
 
 template <class Op, class V, class... Operands>
-Complex<V> ApplyToPairs(MaskOf<V>& rare, Operands... x) {
-    if constexpr (requires { Op::OfPairs(x..., rare); }) {
-        return Op::OfPairs(x..., rare);
+Complex<V> ApplyToPairs(V& doubt, Operands... x) {
+    if constexpr (requires { Op::OfPairs(x..., doubt); }) {
+        return Op::OfPairs(x..., doubt);
+    } else if constexpr (requires { Op::OfPairs(AsPair(x)..., doubt); }) {
+        return Op::OfPairs(AsPair(x)..., doubt);
     } else {
-        return Op::OfPair(x...);
+        return Op::OfPair(AsPair(x)...);
     }
 }
 
-/// `group` vectors of pairs, or their elements one by one if the lanes do not serve them all.
+/// Elements that lanes do not serve, out of the way of those that they do.
+template <class Op, class TDst, class... S>
+[[gnu::cold, gnu::noinline]] void RareElements(TDst* dst, unsigned long first, unsigned long last,
+                                               const S&... sources) {
+    ElementLoop<Op>(dst, first, last, sources...);
+}
+
+/// `group` vectors of pairs.
 template <class Op, class V, unsigned long group, class TDst, class... S>
-void PairsGroup(TDst* dst, unsigned long i, const S&... sources) {
+[[gnu::always_inline]] inline void PairsGroup(TDst* dst, unsigned long i, const S&... sources) {
     constexpr unsigned long lanes = Lanes<V>::count;
-    MaskOf<V> rare{};
     Complex<V> results[group];
+    V doubt{};
     for (unsigned long j = 0; j < group; ++j) {
-        results[j] = ApplyToPairs<Op, V>(rare, sources.From(i + j * lanes)...);
+        results[j] = ApplyToPairs<Op>(doubt, sources.From(i + j * lanes)...);
     }
-    if (Any<V>(rare)) [[unlikely]] {
-        return ElementLoop<Op>(dst, i, i + group * lanes, sources...);
+    if (Any<V>(NotLess(Abs(doubt), Broadcast<V>(infinity<ElementOf<V>>)))) [[unlikely]] {
+        return RareElements<Op>(dst, i, i + group * lanes, sources...);
     }
     for (unsigned long j = 0; j < group; ++j) {
         StorePairs(dst + i + j * lanes, results[j]);
     }
 }
 
+/// How many vectors of pairs are tested at once: one for an Op that branches by itself.
+template <class Op>
+inline constexpr unsigned long pairsAtOnce = 4;
+template <class Op>
+requires requires {
+    Op::pairsAtOnce;
+}
+inline constexpr unsigned long pairsAtOnce<Op> = Op::pairsAtOnce;
+
 template <class Op, class V, class TDst, class... S>
 void PairsLoop(TDst* dst, unsigned long count, const S&... sources) {
     constexpr unsigned long lanes = Lanes<V>::count;
-    constexpr unsigned long group = 2;
+    constexpr unsigned long group = pairsAtOnce<Op>;
     unsigned long i = 0;
     for (; count - i >= group * lanes; i += group * lanes) {
         PairsGroup<Op, V, group>(dst, i, sources...);
     }
-    if (count - i >= lanes) {
+    for (; count - i >= lanes; i += lanes) {
         PairsGroup<Op, V, 1>(dst, i, sources...);
-        i += lanes;
     }
     ElementLoop<Op>(dst, i, count, sources...);
 }

@@ -34,14 +34,16 @@ struct Product {
     }
 
     template <Value V>
-    static Complex<V> OfPairs(Complex<V> a, Complex<V> b, MaskOf<V>& rare) {
+    static Complex<V> OfPairs(Complex<V> a, Complex<V> b, V& doubt) {
         const Complex<V> z = PlainProduct(a, b);
-        rare |= Unordered(z.re - z.re, z.im - z.im); // a NaN for what is not finite
+        doubt += z.re - z.im; // not finite if a part is not
         return z;
     }
 };
 
 struct Quotient {
+    static constexpr unsigned long pairsAtOnce = 1;
+
     template <Value V>
     static V Of(V a, V b) {
         return a / b;
@@ -53,18 +55,12 @@ struct Quotient {
     }
 
     template <Value V>
-    static Complex<V> OfPairs(Complex<V> a, Complex<V> b, MaskOf<V>&) {
-        const MaskOf<V> real = Equal(b.im, V{});
-        const MaskOf<V> imaginary = Equal(b.re, V{});
-        if (!Any<V>(real | imaginary)) [[likely]] {
-            return DivideBySmith(a, b);
-        }
-        const Complex<V> byPart =
-            DivideByReal(Select(real, a, Complex<V>{a.im, -a.re}), Select(real, b.re, b.im));
-        if (!Any<V>(Not(real | imaginary))) {
-            return byPart;
-        }
-        return Select(real | imaginary, byPart, DivideBySmith(a, b));
+    static Complex<V> OfPairs(Complex<V> a, Complex<V> b, V&) {
+        return DivideLanes(a, b);
+    }
+    template <Value V>
+    static Complex<V> OfPairs(Complex<V> a, V b, V&) {
+        return DividedByPart(Fraction<V>{a, b}, ~MaskOf<V>{});
     }
 };
 

@@ -7,6 +7,7 @@
 #ifndef NX_ELEMENTWISE_COMPLEX_PRODUCT_HPP
 #define NX_ELEMENTWISE_COMPLEX_PRODUCT_HPP
 
+#include <concepts>
 #include <limits>
 
 #include "core/complex.hpp"
@@ -16,11 +17,21 @@ namespace nx::elementwise {
 
 using namespace core;
 
+/// Where a or b is not zero.
+template <Value V>
+MaskOf<V> IsAnyNonzero(V a, V b) {
+    if constexpr (std::floating_point<V>) {
+        return (a != 0) | (b != 0);
+    } else {
+        return NotEqual((V)((i32x4)a | (i32x4)b), V{});
+    }
+}
+
 /// The plain product, with that of two real factors made real.
 template <Value V>
 Complex<V> PlainProduct(Complex<V> a, Complex<V> b) {
-    const auto real = Equal(a.im, V{}) & Equal(b.im, V{});
-    return {a.re * b.re - Drop(real, a.im * b.im), Drop(real, b.im * a.re + a.im * b.re)};
+    const MaskOf<V> complex = IsAnyNonzero(a.im, b.im);
+    return {a.re * b.re - Keep(complex, a.im * b.im), Keep(complex, b.im * a.re + a.im * b.re)};
 }
 
 /// What the rescue knows of a factor: its larger part, and itself divided by it.

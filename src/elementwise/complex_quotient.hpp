@@ -6,48 +6,117 @@
 #ifndef NX_ELEMENTWISE_COMPLEX_QUOTIENT_HPP
 #define NX_ELEMENTWISE_COMPLEX_QUOTIENT_HPP
 
+#include <concepts>
+#include <utility>
+
 #include "core/complex.hpp"
 
 namespace nx::elementwise {
 
 using namespace core;
+using core::Select;
 
-/// a divided by a real b. A part of a that is zero, the imaginary one first, gives +0.
+/// A quotient before its divisions.
 template <Value V>
-Complex<V> DivideByReal(Complex<V> a, V b) {
-    const auto realZero = Equal(a.re, V{});
-    const auto imaginaryZero = Equal(a.im, V{});
-    return {Drop(realZero & Not(imaginaryZero), a.re / b), Drop(imaginaryZero, a.im / b)};
+struct Fraction {
+    Complex<V> numerator;
+    V divisor;
+};
+
+template <Value V>
+Complex<V> Divided(const Fraction<V>& f) {
+    return {f.numerator.re / f.divisor, f.numerator.im / f.divisor};
 }
 
-/// a divided by b, no part of which is zero. The conjugate of b is scaled to (x, -y).
+/// a / b for b with a part that is zero: a real fraction, to be divided by `DividedByPart`.
 template <Value V>
-Complex<V> DivideBySmith(Complex<V> a, Complex<V> b) {
-    using T = ElementOf<V>;
-    const V one = Broadcast<V>(T{1});
-    const V half = Broadcast<V>(T{0.5});
-    const V absRe = Abs(b.re);
-    const V absIm = Abs(b.im);
-    const auto realWins = Less(absIm, absRe);
-    const auto equal = Equal(absRe, absIm);
-    const V larger = Select(realWins, b.re, b.im);
-    const V lesser = Select(realWins, b.im, b.re);
+Fraction<V> FractionByPart(Complex<V> a, Complex<V> b) {
+    const MaskOf<V> real = Equal(b.im, V{});
+    return {Select(real, a, Complex<V>{a.im, -a.re}), Select(real, b.re, b.im)};
+}
+
+/// The quotient, with +0 for one part of the numerator that is zero, the imaginary one first, where
+/// the mask holds.
+template <Value V>
+Complex<V> DividedByPart(const Fraction<V>& f, MaskOf<V> mask) {
+    const Complex<V> z = Divided(f);
+    const auto imaginaryZero = Equal(f.numerator.im, V{});
+    const auto realZero = Equal(f.numerator.re, V{}) & Not(imaginaryZero);
+    return {Drop(realZero & mask, z.re), Drop(imaginaryZero & mask, z.im)};
+}
+
+/// a / b for b with parts of one magnitude, not zero.
+template <Value V>
+Fraction<V> FractionByEqualParts(Complex<V> a, Complex<V> b) {
+    const V half = Broadcast<V>(ElementOf<V>{0.5});
+    const V re = WithSignOf(half, b.re);
+    const V im = WithSignOf(half, b.im);
+    return {{re * a.re + im * a.im, re * a.im - im * a.re}, Abs(b.re)};
+}
+
+template <Value V>
+void ExchangeWhere(MaskOf<V> mask, V& a, V& b) {
+    if constexpr (std::floating_point<V>) {
+        if (mask) {
+            std::swap(a, b);
+        }
+    } else {
+        const i32x4 difference = ((i32x4)a ^ (i32x4)b) & mask;
+        a = (V)((i32x4)a ^ difference);
+        b = (V)((i32x4)b ^ difference);
+    }
+}
+
+/// a where the mask holds, b elsewhere.
+template <Value V>
+Fraction<V> Select(MaskOf<V> mask, const Fraction<V>& a, const Fraction<V>& b) {
+    return {Select(mask, a.numerator, b.numerator), Select(mask, a.divisor, b.divisor)};
+}
+
+/// a / b for any other b.
+template <Value V>
+Fraction<V> FractionBySmith(Complex<V> a, Complex<V> b) {
+    const auto realWins = Less(Abs(b.im), Abs(b.re));
+    V larger = b.im, lesser = b.re;
+    ExchangeWhere(realWins, larger, lesser);
+    V p = a.im, q = a.re;
+    ExchangeWhere(realWins, p, q);
     const V r = lesser / larger;
-    const V x = Select(equal, WithSignOf(half, b.re), Select(realWins, one, r));
-    const V y = Select(equal, WithSignOf(half, b.im), Select(realWins, r, one));
-    const V d = Select(equal, absRe, lesser * r + larger);
-    return {(x * a.re + y * a.im) / d, (x * a.im - y * a.re) / d};
+    const V product = p * r;
+    return {{q * r + p, Select(realWins, q - product, product - q)}, lesser * r + larger};
+}
+
+template <Value V>
+MaskOf<V> HasZeroPart(Complex<V> b) {
+    return Equal(b.re, V{}) | Equal(b.im, V{});
+}
+
+template <Value V>
+MaskOf<V> HasEqualParts(Complex<V> b) {
+    return Equal(Abs(b.re), Abs(b.im));
 }
 
 template <class T>
 Complex<T> ComplexRdivide(Complex<T> a, Complex<T> b) {
-    if (b.im == 0) {
-        return DivideByReal(a, b.re);
+    if (HasZeroPart(b)) {
+        return DividedByPart(FractionByPart(a, b), true);
     }
-    if (b.re == 0) {
-        return DivideByReal(Complex<T>{a.im, -a.re}, b.im);
+    return Divided(HasEqualParts(b) ? FractionByEqualParts(a, b) : FractionBySmith(a, b));
+}
+
+/// The same for lanes. In line: pairs of vectors go through memory on a call.
+template <Value V>
+[[gnu::always_inline]] inline Complex<V> DivideLanes(Complex<V> a, Complex<V> b) {
+    const MaskOf<V> byPart = HasZeroPart(b);
+    const MaskOf<V> byEqualParts = HasEqualParts(b);
+    if (!Any<V>(byPart | byEqualParts)) [[likely]] {
+        return Divided(FractionBySmith(a, b));
     }
-    return DivideBySmith(a, b);
+    if (!Any<V>(Not(byPart))) {
+        return DividedByPart(FractionByPart(a, b), byPart);
+    }
+    const Fraction<V> f = Select(byEqualParts, FractionByEqualParts(a, b), FractionBySmith(a, b));
+    return DividedByPart(Select(byPart, FractionByPart(a, b), f), byPart);
 }
 
 /// 1 / z, by fewer operations and with other zeros than the quotient.

@@ -66,11 +66,11 @@ struct SignOf {
     }
 
     template <Value V>
-    static Complex<V> OfPairs(Complex<V> z, MaskOf<V>& rare) {
+    static Complex<V> OfPairs(Complex<V> z, V& doubt) {
         const auto isReal = Equal(z.im, V{});
-        MaskOf<V> rareMagnitude{};
-        const V h = real::HypotKernel::Next(real::HypotKernel::First(z.re, z.im, rareMagnitude));
-        rare |= Not(isReal) & rareMagnitude;
+        MaskOf<V> rare{};
+        const V h = real::HypotKernel::Next(real::HypotKernel::First(z.re, z.im, rare));
+        doubt = (V)((i32x4)doubt | (Not(isReal) & SpreadUpper<V>(rare)));
         return {Select(isReal, Of(z.re), z.re / h), Drop(isReal, z.im / h)};
     }
 };
