@@ -2,9 +2,9 @@
 
 #include <nx/elementwise.hpp>
 
-#include "core/blocks.hpp"
 #include "core/matrix.hpp"
 #include "core/traversal.hpp"
+#include "elementwise/magnitude.hpp"
 #include "elementwise/rounding.hpp"
 
 namespace nx {
@@ -13,27 +13,12 @@ namespace {
 template <class Operation>
 using Members = core::OnElements<Operation>;
 
-template <class T>
-void MapMagnitude(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
-                  unsigned long count) {
-    core::Unary<Members<elementwise::Magnitude>>(dst, src, dstStride, srcStride, count);
-}
-
-/// The real and the imaginary parts of complex elements are two arrays of twice the stride.
-template <class T>
-void MapMagnitude(T* dst, std::complex<T>* src, unsigned long dstStride, unsigned long srcStride,
-                  unsigned long count) {
-    T* const re = core::Parts(src);
-    core::MapPairs<real::HypotKernel>(dst, re, core::Advance(re, sizeof(T)), dstStride,
-                                      2 * srcStride, 2 * srcStride, count);
-}
-
 } // namespace
 
 NX_UNARY_FAMILY(NX_REAL, void, Uplus, core::Unary<Members<elementwise::Identity>>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Uminus, core::Unary<Members<elementwise::Negation>>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Conj, core::Unary<Members<elementwise::Conjugate>>)
-NX_UNARY_TO_REAL_FAMILY(NX_REAL_AND_COMPLEX, void, Abs, MapMagnitude)
+NX_UNARY_TO_REAL_FAMILY(NX_REAL_AND_COMPLEX, void, Abs, elementwise::MapMagnitude)
 
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Ceil, core::Unary<Members<elementwise::Ceiling>>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Floor, core::Unary<Members<elementwise::Floored>>)

@@ -39,7 +39,7 @@ struct Conjugate : Identity {
     }
 };
 
-struct Magnitude {
+struct ClearedSign {
     template <Value V>
     static V Of(V v) {
         return Abs(v);
