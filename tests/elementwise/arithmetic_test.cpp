@@ -185,6 +185,26 @@ TEST(MixedArithmetic, KnownResults) {
     EXPECT_TRUE(same(One(Rdivide<CF, CF, CD>, CF{1, 0}, CD{0x1p200, 0x1p-200}), CF{0.0f, -0.0f}));
 }
 
+// Complex elements need the alignment of a part only.
+TYPED_TEST(RealArithmetic, TakesComplexElementsAtAnyPart) {
+    using T = TypeParam;
+    using Z = std::complex<T>;
+    constexpr std::size_t count = 21;
+    Random random(8);
+    std::vector<T> a = random.Operands<T>(2 * count + 1), b = random.Operands<T>(2 * count + 1);
+    std::vector<T> dst(2 * count + 1);
+    const auto elements = [](std::vector<T>& parts) {
+        return reinterpret_cast<Z*>(parts.data() + 1);
+    };
+    for (const auto& row : arithmeticCases<Z>) {
+        row.call(elements(dst), elements(a), elements(b), 1, 1, 1, count);
+        for (std::size_t i = 0; i < count; ++i) {
+            const Z want = row.scalar({a[2 * i + 1], a[2 * i + 2]}, {b[2 * i + 1], b[2 * i + 2]});
+            EXPECT_TRUE(BitwiseButNaN{}(Z{dst[2 * i + 1], dst[2 * i + 2]}, want)) << row.name;
+        }
+    }
+}
+
 TYPED_TEST(RealArithmetic, ReciprocalIsNoQuotient) {
     using T = TypeParam;
     Random random(4);

@@ -1,6 +1,7 @@
 // Arrays up against pages that fault: no family reads or writes one element too far.
 #include "array/domain_cases.hpp"
 #include "elementwise/arithmetic_cases.hpp"
+#include "elementwise/unary_cases.hpp"
 #include "minmax/selection_cases.hpp"
 #include "real/pair_cases.hpp"
 #include "support/guarded.hpp"
@@ -80,13 +81,14 @@ void CheckBinaryInPlace(const char* name, BinaryCall<T, T, T> call, T x = 3, T y
     }
 }
 
-// 2 goes through the lanes, 0 through what is done singly; 0.5 is a value that neither gives.
-template <class TDst, class TSrc>
-void CheckUnary(const char* name, UnaryCall<TDst, TSrc> call) {
+// 2 goes through the lanes, 0 through what is done singly.
+template <class TDst, class TSrc, class Call>
+void CheckUnary(const char* name, Call call) {
     const GuardedPages dstPage, srcPage;
     for (TSrc x : {TSrc{2}, TSrc{0}}) {
         TDst want{};
         call(&want, &x, 1, 1, 1);
+        const TDst neither = std::is_same_v<TDst, bool> ? TDst(want == TDst{}) : TDst(0.5);
         for (const long dstStride : {1L, 2L, -1L, 0L}) {
             for (const long srcStride : {1L, 2L, -1L, 0L}) {
                 for (const Placement dstPlace : placements) {
@@ -96,7 +98,7 @@ void CheckUnary(const char* name, UnaryCall<TDst, TSrc> call) {
                                                             dstStride, dstPlace);
                             TSrc* src = srcPage.Place<TSrc>(SourceCount(count, srcStride),
                                                             srcStride, srcPlace);
-                            Fill(dst, count, dstStride, TDst{TSrc{0.5}});
+                            Fill(dst, count, dstStride, neither);
                             Fill(src, count, srcStride, x);
                             ASSERT_EQ(
                                 call(dst, src, AsStride(dstStride), AsStride(srcStride), count), 0u)
@@ -153,13 +155,6 @@ class GuardPages : public ::testing::Test {};
 using RealTypes = ::testing::Types<double, float>;
 TYPED_TEST_SUITE(GuardPages, RealTypes);
 
-TYPED_TEST(GuardPages, HoldForArithmetic) {
-    for (const auto& row : arithmeticCases<TypeParam>) {
-        CheckBinary(row.name, row.call);
-        CheckBinaryInPlace(row.name, row.call);
-    }
-}
-
 TYPED_TEST(GuardPages, HoldForSelectionInPlace) {
     for (const auto& row : selectionCases<TypeParam, TypeParam, TypeParam>) {
         CheckBinaryInPlace(row.name, row.call);
@@ -168,8 +163,8 @@ TYPED_TEST(GuardPages, HoldForSelectionInPlace) {
 
 TYPED_TEST(GuardPages, HoldForDomainReporting) {
     for (const auto& row : domainCases<TypeParam>) {
-        CheckUnary(row.name, row.real);
-        CheckUnary(row.name, row.toComplex);
+        CheckUnary<TypeParam, TypeParam>(row.name, row.real);
+        CheckUnary<std::complex<TypeParam>, TypeParam>(row.name, row.toComplex);
         CheckUnaryStop(row.name, row.real);
     }
 }
@@ -182,6 +177,46 @@ TYPED_TEST(GuardPages, HoldForRealPairsInPlace) {
         CheckBinaryInPlace<T>(row.name, row.call, T{0x1p100}, T{2.5});
     }
     CheckPowerMaybeStop<T>();
+}
+
+template <class T>
+class GuardPagesOfElements : public ::testing::Test {};
+
+using Elements = ::testing::Types<double, float, std::complex<double>, std::complex<float>>;
+TYPED_TEST_SUITE(GuardPagesOfElements, Elements);
+
+template <class TDst, class T>
+void CheckElementCase(const ElementCase<TDst, T>& row) {
+    CheckUnary<TDst, T>(row.name, [&](auto... x) {
+        row.call(x...);
+        return 0ul;
+    });
+}
+
+TYPED_TEST(GuardPagesOfElements, HoldForOneOperand) {
+    using T = TypeParam;
+    for (const auto& row : bitwiseCases<T>) {
+        CheckElementCase(row);
+    }
+    CheckElementCase(signCase<T>);
+    CheckElementCase(magnitudeCase<T>);
+    if constexpr (!isComplex<T>) {
+        CheckElementCase(uplusCase<T>);
+    }
+    for (const auto& row : predicateCases<T>) {
+        CheckElementCase(row);
+    }
+}
+
+template <class M>
+void CheckArithmetic() {
+    using D = typename M::Dst;
+    for (const auto& row : arithmeticCases<D, typename M::First, typename M::Second>) {
+        CheckBinary(row.name, row.call);
+        if constexpr (std::is_same_v<M, Member<D, D, D>>) {
+            CheckBinaryInPlace(row.name, row.call);
+        }
+    }
 }
 
 template <class M>
@@ -206,6 +241,19 @@ TYPED_TEST(GuardPagesOfMembers, HoldForRealPairs) {
     }
     const BinaryCall<D, A, B> powerMaybe = [](auto... x) { PowerMaybe<D, A, B>(x...); };
     CheckBinary<D, A, B>("PowerMaybe", powerMaybe, A{-3}, B{3});
+}
+
+TYPED_TEST(GuardPagesOfMembers, HoldForArithmetic) {
+    CheckArithmetic<TypeParam>();
+}
+
+template <class M>
+class GuardPagesOfComplexMembers : public ::testing::Test {};
+
+TYPED_TEST_SUITE(GuardPagesOfComplexMembers, ComplexMembers);
+
+TYPED_TEST(GuardPagesOfComplexMembers, HoldForArithmetic) {
+    CheckArithmetic<TypeParam>();
 }
 
 } // namespace
