@@ -9,8 +9,12 @@ namespace {
 /// A plain loop, Eigen and xsimd write an arithmetic operation alike.
 template <class Family, class Operation>
 void AddRow(Table& table, const char* family, Nx<Family> nx, Operation operation) {
-    table.Binary(family, {Range("1e-3", "1e3")}, nx, Plain(operation), EigenArrays(operation),
+    const std::vector<Data> data{Range("1e-3", "1e3")};
+    table.Binary(family, data, nx, Plain(operation), EigenArrays(operation),
                  XsimdBatches(operation));
+    table.MixedBinary(family, data, nx, Plain([](float a, double b) {
+                          return static_cast<float>(Operation{}(double{a}, b));
+                      }));
 }
 
 } // namespace

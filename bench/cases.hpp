@@ -39,14 +39,17 @@ struct Case {
     std::string type;
     std::vector<Data> data;
     std::size_t dstSize;
+    /// Of the larger source.
     std::size_t srcSize;
-    unsigned sources;
-    void (*fill)(void* array, unsigned long count, const Data& data, Random& random);
+    /// One a source.
+    std::vector<void (*)(void* array, unsigned long count, const Data& data, Random& random)> fill;
     /// nx comes first.
     std::vector<Implementation> implementations;
 };
 
 std::vector<Case> Arithmetic();
+std::vector<Case> ComplexArithmetic();
+std::vector<Case> OneOperand();
 std::vector<Case> Selection();
 std::vector<Case> Logarithms();
 std::vector<Case> RealKernels();

@@ -48,6 +48,11 @@ inline Data PowersAndIntegers() {
             }};
 }
 
+inline Data Integers() {
+    return {"integers",
+            [](Random& random, double) { return static_cast<double>(1 + random() % 100); }};
+}
+
 inline Data NearOne() {
     return {"near-1", [](Random& random, double) {
                 return 1 + 0x1p-20 * std::uniform_real_distribution<double>{-1, 1}(random);

@@ -44,7 +44,7 @@ Arrays Arrange(const Case& benchmarked, const Data& data, unsigned long count, L
         return elements * elementSize / sizeof(CacheLine) + linesBetween;
     };
     const std::size_t srcLines = lines(benchmarked.srcSize);
-    const std::size_t dstLine = srcLines * benchmarked.sources;
+    const std::size_t dstLine = srcLines * benchmarked.fill.size();
     const std::size_t needed = dstLine + lines(benchmarked.dstSize);
     if (pool.size() < needed) {
         pool.resize(needed);
@@ -55,9 +55,9 @@ Arrays Arrange(const Case& benchmarked, const Data& data, unsigned long count, L
 
     Arrays arrays{first(dstLine, benchmarked.dstSize), {}, layout.stride, count};
     Random random;
-    for (unsigned i = 0; i < benchmarked.sources; ++i) {
+    for (std::size_t i = 0; i < benchmarked.fill.size(); ++i) {
         arrays.src[i] = first(i * srcLines, benchmarked.srcSize);
-        benchmarked.fill(arrays.src[i], count * layout.stride, data, random);
+        benchmarked.fill[i](arrays.src[i], count * layout.stride, data, random);
     }
     return arrays;
 }
@@ -113,6 +113,8 @@ int main(int argc, char** argv) {
         benchmark::AddCustomContext(peer, version);
     }
     bench::RegisterAll(bench::Arithmetic());
+    bench::RegisterAll(bench::ComplexArithmetic());
+    bench::RegisterAll(bench::OneOperand());
     bench::RegisterAll(bench::Selection());
     bench::RegisterAll(bench::Logarithms());
     bench::RegisterAll(bench::RealKernels());

@@ -3,6 +3,7 @@
 #ifndef NX_BENCH_PEERS_HPP
 #define NX_BENCH_PEERS_HPP
 
+#include <algorithm>
 #include <complex>
 #include <emmintrin.h>
 #include <limits>
@@ -103,11 +104,13 @@ template <class F>
 struct EigenArrays {
     explicit EigenArrays(F, const char* label = "eigen") : name(label) {}
 
+    template <class T>
+    using Map = Eigen::Map<Eigen::Array<T, Eigen::Dynamic, 1>, Eigen::Aligned16>;
+
     template <class T, class... TSrc>
     static void Run(const Arrays& x, T* dst, TSrc*... src) {
-        using Map = Eigen::Map<Eigen::Array<T, Eigen::Dynamic, 1>, Eigen::Aligned16>;
         const auto count = static_cast<Eigen::Index>(x.count);
-        Map(dst, count) = F{}(Map(src, count)...);
+        Map<T>(dst, count) = F{}(Map<TSrc>(src, count)...);
     }
 
     const char* name;
@@ -152,15 +155,48 @@ public:
         Add<std::complex<float>, float>(family, "float-to-complex", data, peers...);
     }
 
+    /// One operand on complex elements.
+    template <class... Peer>
+    void ComplexUnary(const char* family, const std::vector<Data>& data, const Peer&... peers) {
+        Add<ComplexDouble, ComplexDouble>(family, "complex-double", data, peers...);
+        Add<ComplexFloat, ComplexFloat>(family, "complex-float", data, peers...);
+    }
+
+    template <class... Peer>
+    void ComplexBinary(const char* family, const std::vector<Data>& data, const Peer&... peers) {
+        Add<ComplexDouble, ComplexDouble, ComplexDouble>(family, "complex-double", data, peers...);
+        Add<ComplexFloat, ComplexFloat, ComplexFloat>(family, "complex-float", data, peers...);
+    }
+
+    template <class... Peer>
+    void ComplexToReal(const char* family, const std::vector<Data>& data, const Peer&... peers) {
+        Add<double, ComplexDouble>(family, "complex-double", data, peers...);
+        Add<float, ComplexFloat>(family, "complex-float", data, peers...);
+    }
+
+    /// A `double` operand beside `float` ones.
+    template <class... Peer>
+    void MixedBinary(const char* family, const std::vector<Data>& data, const Peer&... peers) {
+        Add<float, float, double>(family, "float,double", data, peers...);
+    }
+
+    template <class... Peer>
+    void Predicate(const char* family, const std::vector<Data>& data, const Peer&... peers) {
+        Add<bool, double>(family, "double", data, peers...);
+        Add<bool, float>(family, "float", data, peers...);
+    }
+
     std::vector<Case> cases;
 
 private:
+    using ComplexDouble = std::complex<double>;
+    using ComplexFloat = std::complex<float>;
+
     template <class TDst, class... TSrc, class... Peer>
     void Add(const char* family, const char* type, const std::vector<Data>& data,
              const Peer&... peers) {
-        using Element = std::common_type_t<TSrc...>;
-        Case added{family,          type,          data, sizeof(TDst), sizeof(Element),
-                   sizeof...(TSrc), Fill<Element>, {}};
+        Case added{family,          type, data, sizeof(TDst), std::max({sizeof(TSrc)...}),
+                   {Fill<TSrc>...}, {}};
         for (const Implementation& implementation :
              {Implementation{peers.name, Call<Peer, TDst, TSrc...>}...}) {
             if (implementation.name != nullptr) {
@@ -185,10 +221,18 @@ private:
         constexpr unsigned long drawn = 1 << 16;
         T* elements = static_cast<T*>(array);
         for (unsigned long i = 0; i < count; ++i) {
-            elements[i] = i < drawn
-                              ? static_cast<T>(data.draw(random, std::numeric_limits<T>::min()))
-                              : elements[i - drawn];
+            elements[i] = i < drawn ? Draw(elements[i], data, random) : elements[i - drawn];
         }
+    }
+
+    template <class T>
+    static T Draw(T, const Data& data, Random& random) {
+        return static_cast<T>(data.draw(random, std::numeric_limits<T>::min()));
+    }
+    template <class T>
+    static std::complex<T> Draw(std::complex<T> z, const Data& data, Random& random) {
+        const T re = Draw(z.real(), data, random);
+        return {re, Draw(z.imag(), data, random)};
     }
 };
 

@@ -80,11 +80,6 @@ void SystemSinCos(float x, float* sine, float* cosine) {
     sincosf(x, sine, cosine);
 }
 
-Data Integers() {
-    return {"integers",
-            [](Random& random, double) { return static_cast<double>(1 + random() % 100); }};
-}
-
 } // namespace
 
 std::vector<Case> RealKernels() {

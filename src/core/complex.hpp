@@ -55,6 +55,17 @@ TDst ToElement(Complex<W> z) {
     return {static_cast<T>(z.re), static_cast<T>(z.im)};
 }
 
+/// Stores an element, a complex one part by part: as a whole it goes through memory a second time.
+template <class T>
+void StoreElement(T* p, T x) {
+    if constexpr (ComplexElement<T>) {
+        p->real(x.real());
+        p->imag(x.imag());
+    } else {
+        *p = x;
+    }
+}
+
 // Elements in lanes of a precision at least theirs: as parts, in the order in which they lie in
 // memory, or as pairs, all real parts in one vector and all imaginary ones in another.
 
@@ -73,6 +84,18 @@ void StoreNarrowed(T* p, V v) {
         Store(p, v);
     } else {
         _mm_storel_epi64((__m128i*)p, _mm_castps_si128(_mm_cvtpd_ps((__m128d)v)));
+    }
+}
+
+/// Two vectors that follow each other.
+template <Value V, class T>
+void StoreNarrowed(T* p, V first, V second) {
+    if constexpr (std::same_as<T, ElementOf<V>>) {
+        Store(p, first);
+        Store(p + Lanes<V>::count, second);
+    } else {
+        _mm_storeu_ps(p,
+                      _mm_movelh_ps(_mm_cvtpd_ps((__m128d)first), _mm_cvtpd_ps((__m128d)second)));
     }
 }
 
@@ -101,12 +124,12 @@ V LoadParts(const T* p) {
     }
 }
 
-template <Value V, class T>
-void StoreParts(T* p, V v) {
+template <class T, Value... V>
+void StoreParts(T* p, V... v) {
     if constexpr (ComplexElement<T>) {
-        StoreNarrowed(Parts(p), v);
+        StoreNarrowed(Parts(p), v...);
     } else {
-        StoreNarrowed(p, v);
+        StoreNarrowed(p, v...);
     }
 }
 
@@ -139,8 +162,7 @@ void StorePairs(T* p, Complex<V> z) {
         first = (V)_mm_unpacklo_ps((__m128)z.re, (__m128)z.im);
         second = (V)_mm_unpackhi_ps((__m128)z.re, (__m128)z.im);
     }
-    StoreNarrowed(Parts(p), first);
-    StoreNarrowed(Parts(p) + Lanes<V>::count, second);
+    StoreNarrowed(Parts(p), first, second);
 }
 
 /// a where the mask holds, b elsewhere.

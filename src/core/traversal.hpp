@@ -11,6 +11,7 @@
 #define NX_CORE_TRAVERSAL_HPP
 
 #include <algorithm>
+#include <bit>
 #include <concepts>
 #include <cstdint>
 #include <iterator>
@@ -96,33 +97,40 @@ struct ElementSource {
     }
 };
 
-/// A source that also comes as lanes, which `load` makes of at most `perLoad` elements.
+/// A source that also comes as lanes, which `load` makes of at most `perLoad` elements. Loops take
+/// sources by value, so that no store can change them.
 template <Source source, unsigned long perLoad, auto load, class T>
 struct LaneSource : ElementSource<source, T> {
-    explicit LaneSource(const T* first) : ElementSource<source, T>{first} {
-        if constexpr (source == Source::fixed) {
-            alignas(vectorBytes) T copies[perLoad];
-            std::fill(std::begin(copies), std::end(copies), *first);
-            fixed = load(copies);
-        }
-    }
+    explicit LaneSource(const T* first) : ElementSource<source, T>{first} {}
 
     auto From(unsigned long i) const {
-        if constexpr (source == Source::fixed) {
-            return fixed;
-        } else {
-            return load(this->p + i);
-        }
+        return load(this->p + i);
+    }
+};
+
+template <unsigned long perLoad, auto load, class T>
+struct LaneSource<Source::fixed, perLoad, load, T> : ElementSource<Source::fixed, T> {
+    explicit LaneSource(const T* first)
+        : ElementSource<Source::fixed, T>{first}, lanes(LoadCopies(*first)) {}
+
+    auto From(unsigned long) const {
+        return lanes;
     }
 
 private:
-    decltype(load(std::declval<const T*>())) fixed;
+    static auto LoadCopies(T element) {
+        alignas(vectorBytes) T copies[perLoad];
+        std::fill(std::begin(copies), std::end(copies), element);
+        return load(copies);
+    }
+
+    decltype(load(std::declval<const T*>())) lanes;
 };
 
 template <class Op, class TDst, class... S>
-void ElementLoop(TDst* dst, unsigned long first, unsigned long last, const S&... sources) {
+void ElementLoop(TDst* dst, unsigned long first, unsigned long last, S... sources) {
     for (unsigned long i = first; i < last; ++i) {
-        dst[i] = Op::template Apply<TDst>(sources.Element(i)...);
+        StoreElement(dst + i, Op::template Apply<TDst>(sources.Element(i)...));
     }
 }
 
@@ -138,44 +146,44 @@ concept HasOrderedForm = requires(V v) {
     Op::ApplyOrdered(v, v);
 };
 
-/// `group` vectors that take the faster form if all of them can.
-template <class Op, unsigned long group, class V, class A, class B>
-void ApplyToGroup(const A& a, const B& b, unsigned long first, V* results) {
-    V va[group], vb[group];
-    for (unsigned long j = 0; j < group; ++j) {
-        va[j] = a.From(first + j * Lanes<V>::count);
-        vb[j] = b.From(first + j * Lanes<V>::count);
-    }
+/// `group` vectors, in the faster form if all of them can take it.
+template <class Op, unsigned long group, class V>
+void ApplyToGroup(const V* a, const V* b, V* results) {
     i32x4 unordered{};
     for (unsigned long j = 0; j < group; j += 2) {
-        unordered |= Unordered(Op::Suspect(va[j], vb[j]), Op::Suspect(va[j + 1], vb[j + 1]));
+        unordered |= Unordered(Op::Suspect(a[j], b[j]), Op::Suspect(a[j + 1], b[j + 1]));
     }
     const bool ordered = !Any<V>(unordered);
     for (unsigned long j = 0; j < group; ++j) {
-        results[j] = ordered ? Op::ApplyOrdered(va[j], vb[j]) : Op::template Apply<V>(va[j], vb[j]);
+        results[j] = ordered ? Op::ApplyOrdered(a[j], b[j]) : Op::template Apply<V>(a[j], b[j]);
     }
 }
 
 /// Groups of four vectors of parts, then vectors, then elements, all of them behind the elements
 /// that align the destination.
 template <class Op, class V, class TDst, class... S>
-void PartsLoop(TDst* dst, unsigned long count, const S&... sources) {
+void PartsLoop(TDst* dst, unsigned long count, S... sources) {
     constexpr unsigned long perVector = Lanes<V>::count / (sizeof(TDst) / sizeof(RealType<TDst>));
     constexpr unsigned long group = 4;
     unsigned long i = std::min(count, ElementsToAlignment(dst));
     ElementLoop<Op>(dst, 0, i, sources...);
     for (; count - i >= group * perVector; i += group * perVector) {
+        V results[group];
         if constexpr (HasOrderedForm<Op, V>) {
-            V results[group];
-            ApplyToGroup<Op, group>(sources..., i, results);
-            for (unsigned long j = 0; j < group; ++j) {
-                StoreParts(dst + i + j * perVector, results[j]);
-            }
+            [&](auto a, auto b) {
+                const V va[] = {a.From(i), a.From(i + perVector), a.From(i + 2 * perVector),
+                                a.From(i + 3 * perVector)};
+                const V vb[] = {b.From(i), b.From(i + perVector), b.From(i + 2 * perVector),
+                                b.From(i + 3 * perVector)};
+                ApplyToGroup<Op, group>(va, vb, results);
+            }(sources...);
         } else {
             for (unsigned long j = 0; j < group; ++j) {
-                StoreParts(dst + i + j * perVector,
-                           Op::template Apply<V>(sources.From(i + j * perVector)...));
+                results[j] = Op::template Apply<V>(sources.From(i + j * perVector)...);
             }
+        }
+        for (unsigned long j = 0; j < group; j += 2) {
+            StoreParts(dst + i + j * perVector, results[j], results[j + 1]);
         }
     }
     for (; count - i >= perVector; i += perVector) {
@@ -195,24 +203,44 @@ Complex<V> ApplyToPairs(V& doubt, Operands... x) {
     }
 }
 
-/// Elements that lanes do not serve, out of the way of those that they do.
-template <class Op, class TDst, class... S>
-[[gnu::cold, gnu::noinline]] void RareElements(TDst* dst, unsigned long first, unsigned long last,
-                                               const S&... sources) {
-    ElementLoop<Op>(dst, first, last, sources...);
+/// Where lanes do not serve.
+template <Value V>
+MaskOf<V> IsDoubtful(V doubt) {
+    return NotLess(Abs(doubt), Broadcast<V>(infinity<ElementOf<V>>));
+}
+
+/// Vectors of pairs some of which have lanes that are not served, out of the way of all others.
+template <class Op, class V, class TDst, class... S>
+[[gnu::noinline]] void RarePairs(TDst* dst, unsigned long first, unsigned long last, S... sources) {
+    for (unsigned long i = first; i < last; i += Lanes<V>::count) {
+        V doubt{};
+        const Complex<V> z = ApplyToPairs<Op>(doubt, sources.From(i)...);
+        TDst singly[Lanes<V>::count];
+        const unsigned bits = LaneBits<V>(IsDoubtful(doubt));
+        for (unsigned left = bits; left != 0; left &= left - 1) {
+            const int lane = std::countr_zero(left);
+            singly[lane] =
+                Op::template Apply<TDst>(sources.Element(i + static_cast<unsigned long>(lane))...);
+        }
+        StorePairs(dst + i, z);
+        for (unsigned left = bits; left != 0; left &= left - 1) {
+            const int lane = std::countr_zero(left);
+            StoreElement(dst + i + lane, singly[lane]);
+        }
+    }
 }
 
 /// `group` vectors of pairs.
 template <class Op, class V, unsigned long group, class TDst, class... S>
-[[gnu::always_inline]] inline void PairsGroup(TDst* dst, unsigned long i, const S&... sources) {
+[[gnu::always_inline]] inline void PairsGroup(TDst* dst, unsigned long i, S... sources) {
     constexpr unsigned long lanes = Lanes<V>::count;
     Complex<V> results[group];
     V doubt{};
     for (unsigned long j = 0; j < group; ++j) {
         results[j] = ApplyToPairs<Op>(doubt, sources.From(i + j * lanes)...);
     }
-    if (Any<V>(NotLess(Abs(doubt), Broadcast<V>(infinity<ElementOf<V>>)))) [[unlikely]] {
-        return RareElements<Op>(dst, i, i + group * lanes, sources...);
+    if (Any<V>(IsDoubtful(doubt))) [[unlikely]] {
+        return RarePairs<Op, V>(dst, i, i + group * lanes, sources...);
     }
     for (unsigned long j = 0; j < group; ++j) {
         StorePairs(dst + i + j * lanes, results[j]);
@@ -229,7 +257,7 @@ requires requires {
 inline constexpr unsigned long pairsAtOnce<Op> = Op::pairsAtOnce;
 
 template <class Op, class V, class TDst, class... S>
-void PairsLoop(TDst* dst, unsigned long count, const S&... sources) {
+void PairsLoop(TDst* dst, unsigned long count, S... sources) {
     constexpr unsigned long lanes = Lanes<V>::count;
     constexpr unsigned long group = pairsAtOnce<Op>;
     unsigned long i = 0;
@@ -268,7 +296,7 @@ void GeneralLoop(TDst* dst, const TSrc* src, unsigned long dstStride, unsigned l
     const unsigned long dstBytes = dstStride * sizeof(TDst);
     const unsigned long srcBytes = srcStride * sizeof(TSrc);
     for (; count != 0; --count) {
-        *dst = Op::template Apply<TDst>(*src);
+        StoreElement(dst, Op::template Apply<TDst>(*src));
         dst = Advance(dst, dstBytes);
         src = Advance(src, srcBytes);
     }
@@ -281,7 +309,7 @@ void GeneralLoop(TDst* dst, const TA* a, const TB* b, unsigned long dstStride,
     const unsigned long aBytes = aStride * sizeof(TA);
     const unsigned long bBytes = bStride * sizeof(TB);
     for (; count != 0; --count) {
-        *dst = Op::template Apply<TDst>(*a, *b);
+        StoreElement(dst, Op::template Apply<TDst>(*a, *b));
         dst = Advance(dst, dstBytes);
         a = Advance(a, aBytes);
         b = Advance(b, bBytes);

@@ -21,46 +21,31 @@ void MapMagnitude(T* dst, T* src, unsigned long dstStride, unsigned long srcStri
     Unary<OnElements<ClearedSign>>(dst, src, dstStride, srcStride, count);
 }
 
-/// Adjacent elements, by whole vectors of at most one block. Returns false if lanes do not serve all
-/// of them, and writes nothing then.
-template <class T>
-bool MapMagnitudeBlock(T* dst, const std::complex<T>* src, unsigned long count) {
-    using V = Vector<T>;
-    using K = real::HypotKernel;
-    MaskOf<V> rare{};
-    K::Sides<V> sides[blockVectors];
-    for (unsigned long j = 0; j < count / Lanes<V>::count; ++j) {
-        const Complex<V> z = LoadPairs<V>(src + j * Lanes<V>::count);
-        sides[j] = K::First(z.re, z.im, rare);
-    }
-    if (Any<V>(rare)) {
-        return false;
-    }
-    FinishBlock<K, V>(dst, sides, count / Lanes<V>::count);
-    return true;
-}
-
 template <class T>
 void MapMagnitude(T* dst, std::complex<T>* src, unsigned long dstStride, unsigned long srcStride,
                   unsigned long count) {
-    // The real and the imaginary parts are two arrays of twice the stride.
-    const auto byParts = [&](unsigned long first, unsigned long n) {
-        T* const re = Parts(Advance(src, first * srcStride * sizeof *src));
-        MapPairs<real::HypotKernel>(Advance(dst, first * dstStride * sizeof *dst), re,
-                                    Advance(re, sizeof *re), dstStride, 2 * srcStride,
-                                    2 * srcStride, n);
-    };
-    if (dstStride != 1 || srcStride != 1) {
-        return byParts(0, count);
-    }
-    const unsigned long whole = count - count % Lanes<Vector<T>>::count;
-    for (unsigned long i = 0; i < whole; i += blockElements<T>) {
-        const unsigned long n = std::min(whole - i, blockElements<T>);
-        if (!MapMagnitudeBlock(dst + i, src + i, n)) {
-            byParts(i, n);
+    using V = Vector<T>;
+    constexpr unsigned long lanes = Lanes<V>::count;
+    if (dstStride == 1 && srcStride == 1) {
+        T re[blockElements<T>], im[blockElements<T>];
+        while (count >= lanes) {
+            const unsigned long n = std::min(count - count % lanes, blockElements<T>);
+            for (unsigned long i = 0; i < n; i += lanes) {
+                const Complex<V> z = LoadPairs<V>(src + i);
+                Store(re + i, z.re);
+                Store(im + i, z.im);
+            }
+            EvaluateBlock<real::HypotKernel, Everywhere, T>({dst}, n, static_cast<const T*>(re),
+                                                            static_cast<const T*>(im));
+            dst += n;
+            src += n;
+            count -= n;
         }
     }
-    byParts(whole, count - whole);
+    // The real and the imaginary parts are two arrays of twice the stride.
+    T* const parts = Parts(src);
+    MapPairs<real::HypotKernel>(dst, parts, Advance(parts, sizeof(T)), dstStride, 2 * srcStride,
+                                2 * srcStride, count);
 }
 
 } // namespace nx::elementwise
