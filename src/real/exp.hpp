@@ -139,35 +139,28 @@ ExpReduced<V> ExpReduceNear(V x) {
     return ExpReduceBy(x, x * C::invLn2Near + C::toInteger);
 }
 
-/// True, for `rare`, where a value with a sign bit of 0 is not below a bound by their words, or a NaN:
-/// the sum carries into the sign bit.
+/// True, for `rare`, where a value with a sign bit of 0 is not below a bound by their words, or is
+/// a NaN: the sum carries into the sign bit. A comparison would take more operations.
 template <Value V>
-MaskOf<V> NotBelow(V a, ElementOf<V> bound) {
-    const auto sum =
-        Words(a) + (UINT32_C(0x80000000) - static_cast<std::uint32_t>(UpperWord(bound)));
-    if constexpr (std::floating_point<V>) {
-        return sum >> 31;
-    } else {
-        return (MaskOf<V>)sum;
-    }
+i32x4 NotBelow(V a, ElementOf<V> bound) {
+    return (i32x4)(Words(a) +
+                   (UINT32_C(0x80000000) - static_cast<std::uint32_t>(UpperWord(bound))));
 }
 
-/// True where x is so close to half way between two multiples of ln 2 that k may be the other one.
-template <Value V>
-MaskOf<V> IsNearHalf(const ExpReduced<V>& x) {
-    return NotBelow(Abs(x.hi - x.lo), ExpConstants<ElementOf<V>>::nearHalf);
+/// Step 1 of one value, of which k is 1 or -1.
+template <std::floating_point T>
+ExpReduced<T> ExpReduceByOne(T x) {
+    using C = ExpConstants<T>;
+    return x < 0 ? ExpReduceBy(x, C::toInteger - T{1}) : ExpReduceBy(x, C::toInteger + T{1});
 }
 
-/// Step 1 of one value, of which k is not 0; a half goes to the integer away from 0.
+/// Step 1 of one larger value; a half goes to the integer away from 0.
 template <std::floating_point T>
 // Out of line it would return its three values through memory.
-[[gnu::always_inline]] inline ExpReduced<T> ExpReduceOne(T x) {
+[[gnu::always_inline]] inline ExpReduced<T> ExpReduceByMany(T x) {
     using C = ExpConstants<T>;
-    if (Abs(x) < C::threeHalfLn2) {
-        return x < 0 ? ExpReduceBy(x, C::toInteger - T{1}) : ExpReduceBy(x, C::toInteger + T{1});
-    }
     const ExpReduced<T> reduced = ExpReduceByNearest(x);
-    if (IsNearHalf(reduced)) [[unlikely]] {
+    if (Abs(reduced.hi - reduced.lo) >= C::nearHalf) [[unlikely]] {
         const T rounded = x * C::invLn2 + WithSignOf(T{0.5}, x);
         return ExpReduceBy(x, static_cast<T>(static_cast<std::int32_t>(rounded)) + C::toInteger);
     }
@@ -217,15 +210,23 @@ struct ExpKernel {
         V c;
     };
 
+    /// Rare: |x| not below `lanes`, or k in doubt.
     template <Value V>
     static ExpArgument<V> First(V x, MaskOf<V>& rare) {
-        const ExpReduced<V> reduced = ExpReduceByNearest(x);
-        rare |= NotBelow(Abs(x), ExpConstants<ElementOf<V>>::lanes) | IsNearHalf(reduced);
-        ExpArgument<V> argument = Argument(reduced);
+        rare |= NotBelow(Abs(x), ExpConstants<ElementOf<V>>::lanes);
+        return Start(x, rare);
+    }
+
+    /// Rare: k in doubt.
+    template <Value V>
+    static ExpArgument<V> Start(V x, MaskOf<V>& rare) {
+        using C = ExpConstants<ElementOf<V>>;
+        ExpArgument<V> argument = Argument(ExpReduceByNearest(x));
+        rare |= NotBelow(Abs(argument.r), C::nearHalf);
         if constexpr (Doubles<V>) {
             // Without r the result is 1 + x. And e^1 has to be e, which the formula misses by one
             // place upwards.
-            argument.r = Drop(Less(Abs(x), Broadcast<V>(ExpConstants<double>::tiny)), argument.r);
+            argument.r = Drop(Less(Abs(x), Broadcast<V>(C::tiny)), argument.r);
             argument.step += (BitsOf<V>)Equal(x, Broadcast<V>(1));
         }
         return argument;
@@ -247,53 +248,44 @@ struct ExpKernel {
         return ExpSum(x, ExpSeries(x.r));
     }
 
-    static double Entry(double x) {
-        using C = ExpConstants<double>;
+    template <class T>
+    static T Entry(T x) {
+        using C = ExpConstants<T>;
+        if (Abs(x) <= C::zeroExp) {
+            if constexpr (Doubles<T>) {
+                if (Abs(x) < C::tiny) {
+                    return x + 1.0;
+                }
+            }
+            const T c = ExpSeries(x);
+            return T{1} - ((x * c) / (c - T{2}) - x);
+        }
+        if (Abs(x) < C::threeHalfLn2) {
+            if constexpr (Doubles<T>) {
+                if (x == 1.0) {
+                    return C::e;
+                }
+            }
+            return Finish(Argument(ExpReduceByOne(x)));
+        }
         if (x > C::overflow) {
-            return infinity<double>;
+            return infinity<T>;
         }
         if (!(x >= C::underflow)) {
-            return x < C::underflow ? 0.0 : defaultNaN<double>;
+            return x < C::underflow ? T{0} : defaultNaN<T>;
         }
-        if (Abs(x) < C::tiny) {
-            return x + 1.0;
+        ExpReduced<T> reduced = ExpReduceByMany(x);
+        if (x > -C::lanes) [[likely]] {
+            return Finish(Argument(reduced));
         }
-        if (x == 1.0) {
-            return C::e;
-        }
-        return OfFinite(x);
-    }
-
-    static float Entry(float x) {
-        using C = ExpConstants<float>;
-        if (x > C::overflow) {
-            return infinity<float>;
-        }
-        if (!(x >= C::underflow)) {
-            return x < C::underflow ? 0.0f : defaultNaN<float>;
-        }
-        return OfFinite(x);
+        reduced.k += C::scaleDownExponent;
+        return Finish(Argument(reduced)) * C::scaleDown;
     }
 
 private:
     template <Value V>
     static ExpArgument<V> Argument(const ExpReduced<V>& x) {
         return {x.hi, x.lo, x.hi - x.lo, ExponentStep<V>(x.k)};
-    }
-
-    template <class T>
-    static T OfFinite(T x) {
-        using C = ExpConstants<T>;
-        if (Abs(x) <= C::zeroExp) {
-            const T c = ExpSeries(x);
-            return T{1} - ((x * c) / (c - T{2}) - x);
-        }
-        ExpReduced<T> reduced = ExpReduceOne(x);
-        if (x > -C::lanes) [[likely]] {
-            return Finish(Argument(reduced));
-        }
-        reduced.k += C::scaleDownExponent;
-        return Finish(Argument(reduced)) * C::scaleDown;
     }
 };
 
@@ -305,6 +297,7 @@ T KernelExp(T x) {
 
 // e^x - 1.
 
+/// c is what r rounds off, and h is that of step 3.
 template <Value V>
 struct Expm1Argument {
     V r, c, h;
@@ -374,7 +367,8 @@ struct Expm1Phases {
     }
 };
 
-/// The sum for |x| <= 1, where k is -1, 0 or 1. Doubled, -1/4 is out of reach of r but for 1.
+/// The sum for |x| <= 1, where k is -1, 0 or 1; see that for all k. Of the bounds -1, -1/2 and -1/4
+/// for r, only the last one, that for 1, is within reach.
 template <Value V>
 V Expm1NearSum(V r, V e, BitsOf<V> k) {
     using T = ElementOf<V>;
@@ -395,6 +389,7 @@ struct Expm1Kernel : Expm1Phases {
     template <Value V>
     using State = Expm1State<V>;
 
+    /// Below 1.
     struct Near : Expm1Phases {
         using Expm1Phases::Next;
         template <Value V>
@@ -412,6 +407,7 @@ struct Expm1Kernel : Expm1Phases {
         }
     };
 
+    /// Rare: |x| not below `lanes`, or k in doubt.
     template <Value V>
     static Expm1Argument<V> First(V x, MaskOf<V>& rare) {
         rare |= NotBelow(Abs(x), ExpConstants<ElementOf<V>>::lanes);
@@ -426,7 +422,10 @@ struct Expm1Kernel : Expm1Phases {
     template <class T>
     static T Entry(T x) {
         using C = ExpConstants<T>;
-        const std::int32_t ax = UpperWord(Abs(x));
+        const std::int32_t ax = UpperWord(x) & 0x7FFFFFFF;
+        if (ax <= UpperWord(C::zeroExpm1)) {
+            return WithoutReduction(x);
+        }
         if (ax >= C::minusOneWord) {
             if (ax >= C::overflowWord) {
                 if (x != x) {
@@ -440,12 +439,16 @@ struct Expm1Kernel : Expm1Phases {
                 return T{-1};
             }
         }
-        if (Abs(x) <= C::zeroExpm1) {
-            const T h = x * (x * T{0.5});
-            return x - Expm1Rest(x, T{0}, h, Expm1Series(h));
-        }
-        const auto [r, c, h, k] = Expm1ArgumentOf(ExpReduceOne(x));
+        const auto [r, c, h, k] =
+            Expm1ArgumentOf(Abs(x) < C::threeHalfLn2 ? ExpReduceByOne(x) : ExpReduceByMany(x));
         return Sum(r, Expm1Rest(r, c, h, Expm1Series(h)), k);
+    }
+
+    /// |x| up to about ln(2) / 2, where k is 0.
+    template <class T>
+    static T WithoutReduction(T x) {
+        const T h = x * (x * T{0.5});
+        return x - Expm1Rest(x, T{0}, h, Expm1Series(h));
     }
 
 private:

@@ -99,14 +99,6 @@ struct SinhKernel : Expm1Phases {
     template <Value V>
     using State = CarriedState<V>;
 
-    /// Rare: not below 22, or the exponential is.
-    template <Value V>
-    static CarriedArgument<V> First(V x, MaskOf<V>& rare) {
-        const V a = Abs(x);
-        rare |= NotBelow(a, oneExponential<ElementOf<V>>);
-        return {Expm1Reduce(a, rare), x};
-    }
-
     /// Below 1.
     struct Near : Expm1Phases {
         using Expm1Phases::Next;
@@ -127,14 +119,18 @@ struct SinhKernel : Expm1Phases {
 
         template <Value V>
         static V Next(const State<V>& x, Phase<3>) {
-            using T = ElementOf<V>;
             const V t = x.term;
-            const V a = Abs(x.x);
-            const V twice = (t + t) - t * t / (t + T{1});
-            const MaskOf<V> tiny = Less(a, Broadcast<V>(HyperbolicConstants<T>::tiny));
-            return WithSignUnless(tiny, twice * T{0.5}, x.x);
+            return Half((t + t) - t * t / (t + ElementOf<V>{1}), x.x);
         }
     };
+
+    /// Rare: not below 22, or the exponential is.
+    template <Value V>
+    static CarriedArgument<V> First(V x, MaskOf<V>& rare) {
+        const V a = Abs(x);
+        rare |= NotBelow(a, oneExponential<ElementOf<V>>);
+        return {Expm1Reduce(a, rare), x};
+    }
 
     /// The sum of e^a - 1 for k from 0 to 32.
     template <Value V>
@@ -152,22 +148,16 @@ struct SinhKernel : Expm1Phases {
         const V y = w - ((Drop(above, power) - minusHalf) - T{1});
         x.term = FromBits<V>(Bits(y) + step);
     }
-    template <Value V>
-    static V Next(const State<V>& x, Phase<3>) {
-        return Join(x.term, x.x);
-    }
 
     /// Both forms are (s + n / (t + 1)) / 2, with s = 2t or t and n = -t^2 or t.
     template <Value V>
-    static V Join(V t, V x) {
+    static V Next(const State<V>& x, Phase<3>) {
         using T = ElementOf<V>;
-        const V a = Abs(x);
-        const MaskOf<V> below = Less(a, Broadcast<V>(1));
+        const V t = x.term;
+        const MaskOf<V> below = Less(Abs(x.x), Broadcast<V>(1));
         const V again = Keep(below, t);
         const V n = t * (Drop(below, Broadcast<V>(1)) - again);
-        const V twice = (t + again) + n / (t + T{1});
-        const MaskOf<V> tiny = Less(a, Broadcast<V>(HyperbolicConstants<T>::tiny));
-        return WithSignOf(Select(tiny, a, twice * T{0.5}), x);
+        return Half((t + again) + n / (t + T{1}), x.x);
     }
 
     /// Large |x|.
@@ -179,10 +169,26 @@ struct SinhKernel : Expm1Phases {
     template <class T>
     static T Entry(T x) {
         const T a = Abs(x);
-        if (a < oneExponential<T>) {
-            return a < HyperbolicConstants<T>::tiny ? x : Join(KernelExpm1(a), x);
+        const T h = WithSignOf(T{0.5}, x);
+        const std::int32_t word = UpperWord(a);
+        if (word < UpperWord(oneExponential<T>)) {
+            if (word < UpperWord(HyperbolicConstants<T>::tiny)) {
+                return x;
+            }
+            const T t = KernelExpm1(a);
+            const bool below = word < UpperWord(T{1});
+            return h * (below ? (t + t) - t * t / (t + T{1}) : t / (t + T{1}) + t);
         }
-        return x != x ? x : LargeTimes(WithSignOf(T{0.5}, x), a);
+        return x != x ? x : LargeTimes(h, a);
+    }
+
+private:
+    /// Half of a magnitude with the sign of x, and a tiny x itself.
+    template <Value V>
+    static V Half(V twice, V x) {
+        using T = ElementOf<V>;
+        const MaskOf<V> tiny = Less(Abs(x), Broadcast<V>(HyperbolicConstants<T>::tiny));
+        return WithSignUnless(tiny, twice * T{0.5}, x);
     }
 };
 
@@ -206,34 +212,46 @@ struct CoshKernel {
     static ExpArgument<V> First(V x, MaskOf<V>& rare) {
         const V a = Abs(x);
         rare |= NotBelow(a, oneExponential<ElementOf<V>>);
-        return ExpKernel::First(a, rare);
+        return ExpKernel::Start(a, rare);
     }
 
     template <Value V>
     static void Next(State<V>& x, Phase<0>) {
         x.c = ExpSeries(x.r);
+    }
+
+    template <Value V>
+    static void Next(State<V>& x, Phase<1>) {
         x.q = Expm1Series(x.r * (x.r * ElementOf<V>{0.5}));
+    }
+
+    /// The quotient of either exponential.
+    template <Value V>
+    static void Next(State<V>& x, Phase<2>) {
+        using T = ElementOf<V>;
+        const MaskOf<V> small = IsSmall(x);
+        const V u = T{3} - (x.r * T{0.5}) * x.q;
+        x.q = Select(small, x.q - u, x.r * x.c) / Select(small, T{6} - u * x.r, T{2} - x.c);
     }
 
     /// t of step 2: e^a if it is above 1, which it is from ln(2) / 2 on, and otherwise e^a - 1.
     template <Value V>
-    static void Next(State<V>& x, Phase<1>) {
+    static void Next(State<V>& x, Phase<3>) {
         using T = ElementOf<V>;
-        // Unless it is 0, the step is the pattern of a positive value.
-        const MaskOf<V> small = Equal(FromBits<V>(x.step), V{});
-        const V half = x.r * T{0.5};
-        const V h = x.r * half;
-        const V u = T{3} - half * x.q;
-        const V quotient =
-            Select(small, x.q - u, x.r * x.c) / Select(small, T{6} - u * x.r, T{2} - x.c);
-        const V y = T{1} - ((x.lo - quotient) - x.hi);
-        const V lessOne = x.r - (quotient * h * x.r - h);
-        x.c = Select(small, lessOne, FromBits<V>(Bits(y) + x.step));
+        const V h = x.r * (x.r * T{0.5});
+        const V y = T{1} - ((x.lo - x.q) - x.hi);
+        const V lessOne = x.r - (x.q * h * x.r - h);
+        x.c = Select(IsSmall(x), lessOne, FromBits<V>(Bits(y) + x.step));
     }
 
     template <Value V>
-    static V Next(const State<V>& x, Phase<2>) {
-        return Join(x.c);
+    static V Next(const State<V>& x, Phase<4>) {
+        using T = ElementOf<V>;
+        const V t = x.c;
+        const MaskOf<V> small = Less(t, Broadcast<V>(1));
+        const V w = T{1} + t;
+        return Select(small, t * t, Broadcast<V>(0.5)) / Select(small, w + w, t) +
+               Select(small, Broadcast<V>(1), t * T{0.5});
     }
 
     /// Large |x|.
@@ -246,20 +264,24 @@ struct CoshKernel {
     static T Entry(T x) {
         using C = HyperbolicConstants<T>;
         const T a = Abs(x);
-        if (a < oneExponential<T>) {
-            return Join(a < C::smallEnd ? KernelExpm1(a) : KernelExp(a));
+        const std::int32_t word = UpperWord(a);
+        if (word < UpperWord(oneExponential<T>)) {
+            if (word < UpperWord(C::smallEnd)) {
+                const T t = Expm1Kernel::WithoutReduction(a);
+                const T w = T{1} + t;
+                return T{1} + t * t / (w + w);
+            }
+            const T t = KernelExp(a);
+            return t * T{0.5} + T{0.5} / t;
         }
         return x != x ? x * x : LargeTimes(T{0.5}, a);
     }
 
 private:
+    /// True where t is e^a - 1. Unless it is 0, the step is the pattern of a positive value.
     template <Value V>
-    static V Join(V t) {
-        using T = ElementOf<V>;
-        const MaskOf<V> small = Less(t, Broadcast<V>(1));
-        const V w = T{1} + t;
-        return Select(small, t * t, Broadcast<V>(0.5)) / Select(small, w + w, t) +
-               Select(small, Broadcast<V>(1), t * T{0.5});
+    static MaskOf<V> IsSmall(const State<V>& x) {
+        return Equal(FromBits<V>(x.step), V{});
     }
 };
 
@@ -337,16 +359,17 @@ struct TanhKernel : Expm1Phases {
     static T Entry(T x) {
         using C = HyperbolicConstants<T>;
         const T a = Abs(x);
+        const std::int32_t word = UpperWord(a);
         if constexpr (Floats<T>) {
-            if (a < C::series) {
+            if (word < UpperWord(C::series)) {
                 return Series(x);
             }
         }
-        if (a < 1) {
+        if (word < UpperWord(T{1})) {
             const T t = KernelExpm1(T{-2} * a);
             return WithSignOf(-t / (t + T{2}), x);
         }
-        if (a < C::saturation) {
+        if (word < UpperWord(C::saturation)) {
             const T t = KernelExpm1(a + a);
             return WithSignOf(T{1} - T{2} / (t + T{2}), x);
         }

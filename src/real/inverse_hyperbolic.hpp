@@ -52,55 +52,58 @@ struct InverseHyperbolicConstants<float> {
     static constexpr std::uint32_t wordsAround = 40;
 };
 
-// log(y + one) for y from 0 on, with 1 for `one`, or with 0 where the sum is y and above 3. Its phases
-// are functions on the state of a kernel, of which they use these members.
+// log(y + one) for y from 0 on, with 1 for `one`, or with 0 where the sum is y and above 3. Its
+// steps work in place.
 
-/// log(y + one) is k * ln2Hi + ((s * difference + low + minusH) + f), with `low` the part that ln2Lo
-/// gives and what the sum has rounded off.
+/// log(y + one) is k * ln2Hi + ((minusH + (s * difference + low)) + f), with `low` the part that
+/// ln2Lo gives, and what the sum has rounded off. Before, k is a pattern with that exponent.
 template <Value V>
 struct LogOfSum {
     V f, s, k, low, minusH, difference;
 };
 
-/// True, for `rare`, where the sum may have a tiny f after a reduction, for a value that differs from
-/// it by some last places. One bit tells 2 and above from 1, the others are a mantissa.
+/// True, for `rare`, where f may be tiny after a reduction, which takes another formula. The value
+/// may differ from the sum by some last places. The mask keeps the mantissa, and a bit that has
+/// become 0 from 2 on: next to 1 there is no reduction.
 template <Value V>
-MaskOf<V> IsNextToPower(V sum) {
+i32x4 IsNextToPower(V sum) {
     using C = InverseHyperbolicConstants<ElementOf<V>>;
-    constexpr std::uint32_t aboveTwo = 0x40000000;
-    return (MaskOf<V>)(((Words(sum) + (aboveTwo + C::wordsBelow)) &
-                        (aboveTwo | LogConstants<ElementOf<V>>::mantissaWord)) -
-                       C::wordsAround);
+    constexpr std::uint32_t two = 0x40000000;
+    constexpr std::uint32_t mask = two | LogConstants<ElementOf<V>>::mantissaWord;
+    return (i32x4)(((Words(sum) + (two + C::wordsBelow)) & mask) - C::wordsAround);
 }
 
-/// f, the exponent in a pattern, and what is rounded off over the sum. Where y needs no reduction, the
-/// sum is of 0 in its place, so that all but f is 0.
-template <Value V, class State, class Carry>
-void ReduceSum(State& x, V y, V one, Carry carry) {
+/// f, k and what is rounded off over the sum. Where y needs no reduction, the sum is of 0 in its
+/// place, so that all but f is 0. Up to 2^53 (`float` 2^24), `lost` is exact.
+template <Value V, class Carry>
+void ReduceSum(LogOfSum<V>& x, V y, V one, Carry carry) {
     using T = ElementOf<V>;
     const MaskOf<V> near = Less(y, Broadcast<V>(LogConstants<T>::nearHigh));
     const V reduced = Drop(near, y);
     const V sum = reduced + one;
+    const V lost = reduced - (sum - one);
     const auto carried = Bits(sum) + carry;
     const V f = FromBits<V>((carried & Layout<T>::mantissaMask) + (Pattern(T{1}) - carry)) - T{1};
     x.f = FromBits<V>(Bits(f) | Bits(Keep(near, y)));
     x.k = FromBits<V>(carried);
-    x.low = (reduced - (sum - one)) / sum;
+    x.low = lost / sum;
 }
 
-template <Value V, class State>
-void TakeExponent(State& x) {
+/// k, `low` and s.
+template <Value V>
+void DivideSum(LogOfSum<V>& x) {
     using T = ElementOf<V>;
-    const V k = Exponent<V>(Bits(x.k));
+    x.k = Exponent<V>(Bits(x.k));
     if constexpr (Floats<V>) {
         // Next to sqrt(2) there is a sum that needs no exponent either.
-        x.low = Drop(Equal(k, V{}), x.low);
+        x.low = Drop(Equal(x.k, V{}), x.low);
     }
-    x.k = k;
-    x.low = k * LogConstants<T>::ln2Lo + x.low;
+    x.low = x.k * LogConstants<T>::ln2Lo + x.low;
+    x.s = x.f / (T{2} + x.f);
 }
 
-/// The polynomials of log and log1p, as their kernels sum them.
+// The polynomials of log and log1p, as their kernels sum them.
+
 template <Doubles V>
 V LogPolynomial(V z) {
     using C = LogConstants<double>;
@@ -114,6 +117,7 @@ V LogPolynomial(V z) {
     const V w = z * z;
     return (C::L4 * w + C::L2) * w + (w * C::L3 + C::L1) * z;
 }
+/// That of log1p has two phases: its chain is too long for one.
 template <Doubles V>
 V StartLog1pPolynomial(V z) {
     using C = LogConstants<double>;
@@ -141,7 +145,8 @@ V FinishSum(const LogOfSum<V>& x) {
            ((x.minusH + (x.s * x.difference + x.low)) + x.f);
 }
 
-/// asinh and acosh from y on: log(y) from `large` on, log1p(y) below.
+/// asinh and acosh from y on: log(y) from `large` on, log1p(y) below. The sum of the root and |x|
+/// is that of log1p, or the argument of log, but for some last places.
 struct EitherLogPhases {
     template <Value V>
     struct Argument {
@@ -150,7 +155,7 @@ struct EitherLogPhases {
     };
     template <Value V>
     struct State : Argument<V>, LogOfSum<V> {
-        V g;
+        V y, subtracted;
     };
 
     template <class V>
@@ -159,7 +164,7 @@ struct EitherLogPhases {
         using C = LogConstants<T>;
         constexpr T carryStep = std::bit_cast<T>(C::carry - C::carry1p);
         const auto carry = C::carry1p + Bits(Keep(x.isLog, Broadcast<V>(carryStep)));
-        ReduceSum(x, x.f, Drop(x.isLog, Broadcast<V>(1)), carry);
+        ReduceSum<V>(x, x.y, Drop(x.isLog, Broadcast<V>(1)), carry);
     }
 
     /// log1p always takes the form with h = f^2/2, log next to sqrt(2) alone, and in `float` never.
@@ -173,9 +178,8 @@ struct EitherLogPhases {
         }
         const V minusHalfSquare = MinusHalfSquare(x.f);
         x.minusH = Drop(direct, minusHalfSquare);
-        x.g = Select(direct, x.f, minusHalfSquare);
-        TakeExponent<V>(x);
-        x.s = x.f / (ElementOf<V>{2} + x.f);
+        x.subtracted = Select(direct, x.f, minusHalfSquare);
+        DivideSum<V>(x);
     }
 
     template <class V>
@@ -186,8 +190,8 @@ struct EitherLogPhases {
     template <class V>
     static void Next(State<V>& x, Phase<4>) {
         const V z = x.s * x.s;
-        x.difference =
-            Select(x.isLog, LogPolynomial(z), FinishLog1pPolynomial(x.difference, z)) - x.g;
+        x.difference = Select(x.isLog, LogPolynomial(z), FinishLog1pPolynomial(x.difference, z)) -
+                       x.subtracted;
     }
 };
 
@@ -220,7 +224,7 @@ struct AsinhKernel : EitherLogPhases {
         const V a = Abs(x.x);
         const V one = Broadcast<V>(1);
         const V more = Keep(x.isLog, a);
-        x.f = Select(x.isLog, one, x.x * x.x) / (x.root + Greater(one, more)) + (a + more);
+        x.y = Select(x.isLog, one, x.x * x.x) / (x.root + Greater(one, more)) + (a + more);
     }
 
     template <class V>
@@ -241,14 +245,15 @@ struct AsinhKernel : EitherLogPhases {
     static T Entry(T x) {
         using C = InverseHyperbolicConstants<T>;
         const T a = Abs(x);
-        if (a < C::tinyAsinh) {
+        const std::int32_t word = UpperWord(a);
+        if (word < UpperWord(C::tinyAsinh)) {
             return x;
         }
-        if (a < C::large) {
+        if (word < UpperWord(C::large)) {
             const T t = x * x;
             return WithSignOf(KernelLog1p(t / (std::sqrt(t + T{1}) + T{1}) + a), x);
         }
-        if (a < C::hugeAsinh) {
+        if (word < UpperWord(C::hugeAsinh)) {
             return WithSignOf(KernelLog(T{1} / (std::sqrt(x * x + T{1}) + a) + (a + a)), x);
         }
         return a < infinity<T> ? WithSignOf(KernelLog(a) + LogConstants<T>::ln2, x) : x + x;
@@ -274,8 +279,8 @@ struct AcoshKernel : EitherLogPhases {
         const MaskOf<V> large = LessEqual(Broadcast<V>(C::large), x);
         const V t = x - T{1};
         const V root = Sqrt(Select(large, x * x - T{1}, (t + t) + t * t));
-        // Words of negative values are above the bound too, or else below that of 1.
-        rare |= (MaskOf<V>)(Words(x) - static_cast<std::uint32_t>(UpperWord(T{1}))) |
+        // One of the first two finds any negative value.
+        rare |= (i32x4)(Words(x) - static_cast<std::uint32_t>(UpperWord(T{1}))) |
                 NotBelow(x, C::hugeAcosh) | IsNextToPower(x + root);
         return {x, root, large};
     }
@@ -283,7 +288,7 @@ struct AcoshKernel : EitherLogPhases {
     template <class V>
     static void Next(State<V>& x, Phase<0>) {
         using T = ElementOf<V>;
-        x.f = Select(x.isLog, (x.x + x.x) - T{1} / (x.x + x.root), x.root + (x.x - T{1}));
+        x.y = Select(x.isLog, (x.x + x.x) - T{1} / (x.x + x.root), x.root + (x.x - T{1}));
     }
 
     template <class V>
@@ -300,14 +305,15 @@ struct AcoshKernel : EitherLogPhases {
     template <class T>
     static T Entry(T x) {
         using C = InverseHyperbolicConstants<T>;
-        if (UpperWord(x) < UpperWord(T{1})) {
+        const std::int32_t word = UpperWord(x);
+        if (word < UpperWord(T{1})) {
             return defaultNaN<T>;
         }
-        if (x < C::large) {
+        if (word < UpperWord(C::large)) {
             const T t = x - T{1};
             return KernelLog1p(std::sqrt((t + t) + t * t) + t);
         }
-        if (x < C::hugeAcosh) {
+        if (word < UpperWord(C::hugeAcosh)) {
             return KernelLog((x + x) - T{1} / (x + std::sqrt(x * x - T{1})));
         }
         if (x < infinity<T>) {
@@ -349,12 +355,11 @@ struct AtanhKernel {
 
     template <class V>
     static void Next(State<V>& x, Phase<0>) {
-        ReduceSum(x, x.y, Broadcast<V>(1), LogConstants<ElementOf<V>>::carry1p);
+        ReduceSum<V>(x, x.y, Broadcast<V>(1), LogConstants<ElementOf<V>>::carry1p);
     }
     template <class V>
     static void Next(State<V>& x, Phase<1>) {
-        x.s = x.f / (ElementOf<V>{2} + x.f);
-        TakeExponent<V>(x);
+        DivideSum<V>(x);
         x.minusH = MinusHalfSquare(x.f);
     }
     template <class V>
@@ -379,21 +384,13 @@ struct AtanhKernel {
         if (!(a < 1)) {
             return a == 1 ? WithSignOf(infinity<T>, x) : defaultNaN<T>;
         }
-        if (a < InverseHyperbolicConstants<T>::tinyAtanh) {
+        if (UpperWord(a) < UpperWord(InverseHyperbolicConstants<T>::tinyAtanh)) {
             return x;
         }
-        return WithSignOf(T{0.5} * KernelLog1p(LogArgument(a)), x);
-    }
-
-private:
-    /// The argument of log1p.
-    template <Value V>
-    static V LogArgument(V a) {
-        using T = ElementOf<V>;
-        const MaskOf<V> small = Less(a, Broadcast<V>(T{0.5}));
-        const V t = a + a;
-        // a * t is below t.
-        return Select(small, a * t, t) / (T{1} - a) + Keep(small, t);
+        const bool small = UpperWord(a) < UpperWord(T{0.5});
+        const T t = a + a;
+        const T y = small ? t + a * t / (T{1} - a) : t / (T{1} - a);
+        return WithSignOf(T{0.5} * KernelLog1p(y), x);
     }
 };
 
