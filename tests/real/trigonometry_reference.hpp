@@ -70,7 +70,6 @@ struct Reduction {
     static constexpr T twoB = Of<T>(16777216.0, 256.0f);
     static constexpr T twonB = Of<T>(5.960464477539063e-08, 0.00390625f);
     static constexpr std::int32_t mask1 = (1 << (B - 1)) - 1, mask2 = (1 << (B - 2)) - 1;
-    static constexpr T floorBound = Of<T>(4503599627370496.0, 8388608.0f);
     static constexpr std::array PIo2 =
         Of<T>(Patterns<double>(0x3FF921FB40000000, 0x3E74442D00000000, 0x3CF8469880000000,
                                0x3B78CC5160000000, 0x39F01B8380000000),
@@ -97,18 +96,6 @@ struct Reduction {
 template <class T>
 int BiasedExponent(T x) {
     return (Upper(x) & 0x7FFFFFFF) >> Format<T>::upperMantissaBits;
-}
-
-template <class T>
-T Floor(T v) {
-    if (std::fabs(v) < Reduction<T>::floorBound) {
-        T t = static_cast<T>(static_cast<std::int64_t>(v));
-        if (t > v) {
-            t = t - 1;
-        }
-        return std::copysign(t, v);
-    }
-    return v;
 }
 
 template <class T>
@@ -146,7 +133,7 @@ int ReduceLarge(const T* tx, T* y, int e0, int nx) {
             z = q[i - 1] + fw;
         }
         z = std::scalbn(z, q0);
-        z = z - T{8.0} * Floor(z * T{0.125});
+        z = z - T{8.0} * std::floor(z * T{0.125});
         n = static_cast<std::int32_t>(z);
         z = z - static_cast<T>(n);
 
