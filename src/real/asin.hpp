@@ -13,10 +13,10 @@
 
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 #include "core/lanes.hpp"
 #include "real/atan.hpp"
-#include "real/exp.hpp"
 
 namespace nx::real {
 
@@ -40,8 +40,8 @@ struct AsinConstants<double> {
     static constexpr double Q4 = Pinned(0.07703815055590194, 0x3FB3B8C5B12E9282);
 
     /// From here on, 1 is so close that the arcsine needs no f.
-    static constexpr double nearOne = std::bit_cast<double>(UINT64_C(0x3FEF333300000000));
-    /// The square of anything smaller may be too small for all its digits.
+    static constexpr double headEnd = std::bit_cast<double>(UINT64_C(0x3FEF333300000000));
+    /// Squares of smaller values may be too small to have all their digits.
     static constexpr double squareUnderflows = 0x1p-500;
     /// The bits that f leaves out.
     static constexpr std::uint64_t lowBits = UINT64_C(0x00000000FFFFFFFF);
@@ -55,13 +55,13 @@ struct AsinConstants<float> {
     static constexpr float Q1 = Pinned(-1.1668775081634521f, 0xBF955C3E);
     static constexpr float Q2 = Pinned(0.2899995744228363f, 0x3E947AD3);
 
-    static constexpr float nearOne = std::bit_cast<float>(UINT32_C(0x3F79999A));
+    static constexpr float headEnd = std::bit_cast<float>(UINT32_C(0x3F79999A));
     static constexpr float squareUnderflows = 0x1p-60f;
     static constexpr std::uint32_t lowBits = UINT32_C(0x00000FFF);
 };
 
-// Everything is for z4 = 4 * z and s2 = 2 * s, its root: all that comes of them is exactly a power of
-// two times as large, and so are the coefficients smaller.
+// All is in terms of z4 = 4 * z, of s2 = 2 * s, its root, and so on: exact powers of two, for which
+// coefficients are as much smaller. It spares some scaling.
 
 template <Doubles V>
 V AsinNumerator(V z4) {
@@ -103,6 +103,9 @@ V AsinHead(V s2) {
 
 /// The phases before the last.
 struct AsinPhases {
+    template <int number>
+    using Phase = std::integral_constant<int, number>;
+
     template <Value V>
     struct Argument {
         V x, z4, s2, numerator;
@@ -147,8 +150,8 @@ struct AsinKernel : AsinPhases {
         V denominator, c2;
     };
 
-    /// In the small range s2 is 2 * a: the root of a rounded square is what was squared. It has to be
-    /// put right where the square underflows; elsewhere in [-1, 1] it is not above 2 * a.
+    /// In the small range s2 is 2 * a: the root of a rounded square is what was squared. It has to
+    /// be put right where the square underflows; elsewhere in [-1, 1] it is not above 2 * a.
     template <Value V>
     static Argument<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
@@ -160,14 +163,16 @@ struct AsinKernel : AsinPhases {
         return {argument, Less(a, Broadcast<V>(T{0.5}))};
     }
 
+    /// The sum is twice the arcsine in the small range, and that of s from `headEnd` on.
     template <class V>
     static V Next(const State<V>& x, Phase<1>) {
         using T = ElementOf<V>;
         using C = Angles<T>;
         const V product = x.numerator / x.denominator * x.s2;
         const V sum = product + x.s2;
-        const V y = Select(Less(Broadcast<V>(2 - 2 * AsinConstants<T>::nearOne), x.z4),
-                           Middle(product, AsinHead(x.s2), x.c2), C::halfPi - (sum - C::halfPiLo));
+        const MaskOf<V> hasHead = Less(Broadcast<V>(2 - 2 * AsinConstants<T>::headEnd), x.z4);
+        const V middle = Middle(product, AsinHead(x.s2), x.c2);
+        const V y = Select(hasHead, middle, C::halfPi - (sum - C::halfPiLo));
         return WithSignOf(Select(x.isSmall, sum * T{0.5}, y), x.x);
     }
 
@@ -184,20 +189,15 @@ struct AsinKernel : AsinPhases {
         const T z4 = T{2} - (a + a);
         const T s2 = std::sqrt(z4);
         const T product = AsinQuotient(z4) * s2;
-        if (ax >= UpperWord(AsinConstants<T>::nearOne)) {
-            return WithSignOf(NearOne(product, s2), x);
+        if (ax >= UpperWord(AsinConstants<T>::headEnd)) {
+            return WithSignOf(Angles<T>::halfPi - ((product + s2) - Angles<T>::halfPiLo), x);
         }
         const T f2 = AsinHead(s2);
         return WithSignOf(Middle(product, f2, (z4 - f2 * f2) / (s2 + f2)), x);
     }
 
 private:
-    template <Value V>
-    static V NearOne(V product, V s2) {
-        using C = Angles<ElementOf<V>>;
-        return C::halfPi - ((product + s2) - C::halfPiLo);
-    }
-
+    /// Above the small range and before `headEnd`.
     template <Value V>
     static V Middle(V product, V f2, V c2) {
         using C = Angles<ElementOf<V>>;
@@ -214,8 +214,9 @@ T KernelAsin(T x) {
 struct AcosKernel : AsinPhases {
     using AsinPhases::Next;
 
-    /// All ranges have an angle (R * u - tail) + f, to be taken from a base but for the high one.
-    /// There f is the head and the tail is -c; elsewhere f is u and the tail that of the base.
+    /// All ranges have an angle (R * u - tail) + f, with x for u in the small range and s2 outside,
+    /// to be taken from a base but for the high range. There f is the head and the tail is -c2;
+    /// elsewhere f is u and the tail that of the base.
     template <class V>
     static V Next(const State<V>& x, Phase<1>) {
         using T = ElementOf<V>;

@@ -83,7 +83,7 @@ struct AtanConstants<double> {
     };
 
     /// The result is pi/2 from here on, and the powers of 1 / a are normal still.
-    static constexpr double flat = 0x1p60;
+    static constexpr double halfPiFrom = 0x1p60;
 };
 
 template <>
@@ -102,7 +102,7 @@ struct AtanConstants<float> {
         {Pinned(1.5703125f, 0x3FC90000), Pinned(0.0004838267923332751f, 0x39FDAA22)},
     };
 
-    static constexpr float flat = 0x1p30f;
+    static constexpr float halfPiFrom = 0x1p30f;
 };
 
 /// The break points, c and m, and the bounds between them.
@@ -220,9 +220,13 @@ struct AtanKernel {
             return ax < UpperWord(T{0x1p-29}) ? x : x - AtanSeries(x);
         }
         const T a = Abs(x);
-        int above = 0;
-        for (const T bound : atanBounds<T>) {
-            above += ax < UpperWord(bound);
+        // The table would give the same, but waits longer.
+        if (ax >= UpperWord(atanBounds<T>[3])) {
+            return WithSignOf(AtanSum(T{-1} / a, 0), x);
+        }
+        int above = 1;
+        for (int i = 1; i < 3; ++i) {
+            above += ax < UpperWord(atanBounds<T>[i]);
         }
         return WithSignOf(AtanSum(AtanTurned(a, above), above), x);
     }
@@ -258,7 +262,7 @@ struct Atan2Kernel {
     /// The quotient is a NaN at the origin, and t with it.
     template <Value V>
     static Reduced<V> Next(const Argument<V>& x) {
-        const V a = Lesser(x.quotient, Broadcast<V>(AtanConstants<ElementOf<V>>::flat));
+        const V a = Lesser(x.quotient, Broadcast<V>(AtanConstants<ElementOf<V>>::halfPiFrom));
         return {x.y, x.x, AtanTurned(a, x.above), x.above};
     }
 
