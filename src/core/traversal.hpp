@@ -270,11 +270,24 @@ void PairsLoop(TDst* dst, unsigned long count, S... sources) {
     ElementLoop<Op>(dst, i, count, sources...);
 }
 
+/// An operation on pairs that takes operands in a form of its own, Op::Operand<TDst, TSrc...>, whose
+/// `Load(const T*)` makes one of as many elements as a vector of the destination has lanes.
+template <class Op, class TDst, class... TSrc>
+concept LoadsOperands = requires {
+    typename Op::template Operand<TDst, TSrc...>;
+};
+
 /// A destination that moves by one element, and sources that do so or stay.
 template <class Op, Source... source, class TDst, class... TSrc>
 void AdjacentLoop(TDst* dst, unsigned long count, const TSrc*... src) {
     constexpr bool oneRealType = !ComplexElement<TDst> && (std::same_as<TDst, TSrc> && ...);
-    if constexpr (!oneRealType && !HasAllLanes<Op>) {
+    if constexpr (LoadsOperands<Op, TDst, TSrc...>) {
+        using Operand = typename Op::template Operand<TDst, TSrc...>;
+        using V = Vector<RealType<TDst>>;
+        PairsLoop<Op, V>(
+            dst, count,
+            LaneSource<source, Lanes<V>::count, Operand::template Load<TSrc>, TSrc>(src)...);
+    } else if constexpr (!oneRealType && !HasAllLanes<Op>) {
         ElementLoop<Op>(dst, 0, count, ElementSource<source, TSrc>{src}...);
     } else {
         using W = WorkingType<TSrc...>;
