@@ -3,23 +3,26 @@
 #include <nx/minmax.hpp>
 
 #include "core/matrix.hpp"
-#include "core/traversal.hpp"
 
 namespace nx {
 
-NX_BINARY_FAMILY(NX_REAL_ALL, void, Min, core::WideBinary<minmax::Min>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, Max, core::WideBinary<minmax::Max>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MinNaN, core::WideBinary<minmax::MinNaN>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MaxNaN, core::WideBinary<minmax::MaxNaN>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MinAbs, core::Binary<minmax::MinAbs>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MaxAbs, core::Binary<minmax::MaxAbs>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MinAbsNaN, core::Binary<minmax::MinAbsNaN>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MaxAbsNaN, core::Binary<minmax::MaxAbsNaN>)
+using namespace minmax;
+using enum Direction;
+using enum NaNPolicy;
 
-// Without an imaginary part, the order by real and then imaginary part is the order by value.
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MinRI, core::Binary<minmax::Min>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MaxRI, core::Binary<minmax::Max>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MinRINaN, core::Binary<minmax::MinNaN>)
-NX_BINARY_FAMILY(NX_REAL_ALL, void, MaxRINaN, core::Binary<minmax::MaxNaN>)
+// Without an imaginary part, the order by parts is the order by value.
+NX_BINARY_FAMILY(NX_ALL, void, Min, SelectBy<ByValue, ByMagnitudeAndPhase, smallest, loses>)
+NX_BINARY_FAMILY(NX_ALL, void, Max, SelectBy<ByValue, ByMagnitudeAndPhase, largest, loses>)
+NX_BINARY_FAMILY(NX_ALL, void, MinNaN, SelectBy<ByValue, ByMagnitudeAndPhase, smallest, wins>)
+NX_BINARY_FAMILY(NX_ALL, void, MaxNaN, SelectBy<ByValue, ByMagnitudeAndPhase, largest, wins>)
+NX_BINARY_FAMILY(NX_ALL, void, MinAbs, SelectBy<ByMagnitude, ByMagnitudeAndPhase, smallest, loses>)
+NX_BINARY_FAMILY(NX_ALL, void, MaxAbs, SelectBy<ByMagnitude, ByMagnitudeAndPhase, largest, loses>)
+NX_BINARY_FAMILY(NX_ALL, void, MinAbsNaN,
+                 SelectBy<ByMagnitude, ByMagnitudeAndPhase, smallest, wins>)
+NX_BINARY_FAMILY(NX_ALL, void, MaxAbsNaN, SelectBy<ByMagnitude, ByMagnitudeAndPhase, largest, wins>)
+NX_BINARY_FAMILY(NX_ALL, void, MinRI, SelectBy<ByValue, ByParts, smallest, loses>)
+NX_BINARY_FAMILY(NX_ALL, void, MaxRI, SelectBy<ByValue, ByParts, largest, loses>)
+NX_BINARY_FAMILY(NX_ALL, void, MinRINaN, SelectBy<ByValue, ByParts, smallest, wins>)
+NX_BINARY_FAMILY(NX_ALL, void, MaxRINaN, SelectBy<ByValue, ByParts, largest, wins>)
 
 } // namespace nx

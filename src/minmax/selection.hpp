@@ -1,101 +1,121 @@
-// The rules by which the selection families keep one of two operands.
+// The selection families' element functions and lanes.
 #ifndef NX_MINMAX_SELECTION_HPP
 #define NX_MINMAX_SELECTION_HPP
 
 #include <concepts>
-#include <type_traits>
 
+#include "core/complex.hpp"
 #include "core/lanes.hpp"
+#include "core/traversal.hpp"
+#include "minmax/complex_order.hpp"
+#include "minmax/order.hpp"
 
 namespace nx::minmax {
 
-using namespace core;
-
-/// Which of a NaN and a number is taken.
-enum class NaNPolicy { loses, wins };
-
-enum class Direction { smallest, largest };
-
-/// Where a NaN decides for a: a itself if NaN win, b if they lose. Any other NaN makes the
-/// comparisons false, so that b is taken; two NaN keep a.
-template <NaNPolicy policy, Value V>
-MaskOf<V> KeepsByNaN(V a, V b) {
-    return IsNaN(policy == NaNPolicy::wins ? a : b);
+/// Two vectors of `double`, rounded to one of `float`.
+inline f32x4 Narrow(f64x2 low, f64x2 high) {
+    return (f32x4)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)low), _mm_cvtpd_ps((__m128d)high));
 }
 
-/// Order by value. Equal values keep a, so zeros are not ordered by sign.
-template <Direction direction, NaNPolicy policy>
-struct ByValue {
-    /// In which precision operands of different precision meet: the wider one.
-    template <class TDst, class TA, class TB>
-    using Working = std::common_type_t<TA, TB>;
+/// Pairs in lanes of any precision.
+template <Value V, class T>
+Complex<V> LoadRoundedPairs(const T* p) {
+    if constexpr (sizeof(RealType<T>) > sizeof(ElementOf<V>)) {
+        const Complex<f64x2> low = LoadRoundedPairs<f64x2>(p);
+        const Complex<f64x2> high = LoadRoundedPairs<f64x2>(p + 2);
+        return {Narrow(low.re, high.re), Narrow(low.im, high.im)};
+    } else if constexpr (ComplexElement<T>) {
+        return LoadPairs<V>(p);
+    } else {
+        return {LoadWidened<V>(p), V{}};
+    }
+}
 
-    template <Value V>
-    static MaskOf<V> KeepsFirst(V a, V b) {
-        if constexpr (direction == Direction::smallest) {
-            return KeepsByNaN<policy>(a, b) | LessEqual(a, b);
-        } else {
-            return KeepsByNaN<policy>(a, b) | LessEqual(b, a);
-        }
+/// Lanes of an operand, as the destination stores them and as precision W compares them.
+template <class TDst, class W>
+struct Candidates {
+    Complex<f32x4> stored;
+    Complex<f64x2> low, high;
+
+    template <class T>
+    static Candidates Load(const T* p) {
+        return {LoadRoundedPairs<f32x4>(p), LoadRoundedPairs<f64x2>(p),
+                LoadRoundedPairs<f64x2>(p + 2)};
     }
 
-    /// The one instruction gives a wherever an operand is a NaN: right unless a NaN b wins or a NaN a
-    /// loses.
-    template <Value V>
-    static V Suspect(V a, V b) {
-        return policy == NaNPolicy::wins ? b : a;
-    }
-    template <Value V>
-    static V ApplyOrdered(V a, V b) {
-        if constexpr (direction == Direction::smallest) {
-            return Lesser(a, b);
-        } else {
-            return Greater(a, b);
-        }
-    }
-};
-
-/// Order by magnitude. Of x and -x the smallest is the positive one and the largest the negative
-/// one; equal values keep a.
-template <Direction direction, NaNPolicy policy>
-struct ByMagnitude {
-    /// The narrower precision: a `double` is rounded before anything is compared.
-    template <class TDst, class TA, class TB>
-    using Working = TDst;
-
-    template <Value V>
-    static MaskOf<V> KeepsFirst(V a, V b) {
-        const V ma = Abs(a);
-        const V mb = Abs(b);
-        const auto tie = Equal(ma, mb);
-        if constexpr (direction == Direction::smallest) {
-            return KeepsByNaN<policy>(a, b) | Less(ma, mb) | (tie & LessEqual(b, a));
-        } else {
-            return KeepsByNaN<policy>(a, b) | Less(mb, ma) | (tie & LessEqual(a, b));
-        }
+    template <class Rule>
+    static i32x4 KeepsFirst(const Candidates& a, const Candidates& b) {
+        return (i32x4)_mm_shuffle_ps((__m128)Rule::KeepsFirst(a.low, b.low),
+                                     (__m128)Rule::KeepsFirst(a.high, b.high),
+                                     _MM_SHUFFLE(2, 0, 2, 0));
     }
 };
 
-/// The element function of a family by its rule. What is chosen is converted only after the choice,
-/// so that a `float` operand keeps its bits.
+template <class TDst, std::same_as<RealType<TDst>> W>
+struct Candidates<TDst, W> {
+    Complex<Vector<W>> stored;
+
+    template <class T>
+    static Candidates Load(const T* p) {
+        return {LoadRoundedPairs<Vector<W>>(p)};
+    }
+
+    template <class Rule>
+    static i32x4 KeepsFirst(const Candidates& a, const Candidates& b) {
+        return Rule::KeepsFirst(a.stored, b.stored);
+    }
+};
+
+/// The operation of a family by its rule. What is chosen is converted only after the choice, so
+/// that a `float` operand keeps its bits.
 template <class Rule>
 struct Choice : Rule {
     template <class TDst, class TA, class TB>
+    using Working = typename Rule::template Working<TDst, TA, TB>;
+
+    template <class TDst, class TA, class TB>
     static TDst Apply(TA a, TB b) {
-        using W = typename Rule::template Working<TDst, TA, TB>;
-        return Select(Rule::KeepsFirst(static_cast<W>(a), static_cast<W>(b)), static_cast<TDst>(a),
-                      static_cast<TDst>(b));
+        using W = Working<TDst, TA, TB>;
+        if constexpr (ComplexElement<TDst>) {
+            return Rule::KeepsFirst(ToComplex<W>(a), ToComplex<W>(b)) ? AsStored<TDst>(a)
+                                                                      : AsStored<TDst>(b);
+        } else {
+            return Select(Rule::KeepsFirst(static_cast<W>(a), static_cast<W>(b)),
+                          static_cast<TDst>(a), static_cast<TDst>(b));
+        }
+    }
+
+    /// In the form that the loop over pairs loads.
+    template <ComplexElement TDst, class TA, class TB>
+    using Operand = Candidates<TDst, Working<TDst, TA, TB>>;
+
+    template <class C>
+    static auto OfPair(const C& a, const C& b) {
+        return Select(C::template KeepsFirst<Rule>(a, b), a.stored, b.stored);
+    }
+
+private:
+    template <class TDst, class T>
+    static TDst AsStored(T x) {
+        return ToElement<TDst>(ToComplex<RealType<TDst>>(x));
     }
 };
 
-using Min = Choice<ByValue<Direction::smallest, NaNPolicy::loses>>;
-using Max = Choice<ByValue<Direction::largest, NaNPolicy::loses>>;
-using MinNaN = Choice<ByValue<Direction::smallest, NaNPolicy::wins>>;
-using MaxNaN = Choice<ByValue<Direction::largest, NaNPolicy::wins>>;
-using MinAbs = Choice<ByMagnitude<Direction::smallest, NaNPolicy::loses>>;
-using MaxAbs = Choice<ByMagnitude<Direction::largest, NaNPolicy::loses>>;
-using MinAbsNaN = Choice<ByMagnitude<Direction::smallest, NaNPolicy::wins>>;
-using MaxAbsNaN = Choice<ByMagnitude<Direction::largest, NaNPolicy::wins>>;
+/// A family of one rule for real members, which have a wide path, and one for all others. Families
+/// with the same rule share its loops.
+template <template <Direction, NaNPolicy> class RealRule,
+          template <Direction, NaNPolicy> class ComplexRule, Direction direction, NaNPolicy policy,
+          class TDst, class TA, class TB>
+void SelectBy(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
+              unsigned long bStride, unsigned long count) {
+    if constexpr (ComplexElement<TDst>) {
+        Binary<Choice<ComplexRule<direction, policy>>>(dst, a, b, dstStride, aStride, bStride,
+                                                       count);
+    } else {
+        WideBinary<Choice<RealRule<direction, policy>>>(dst, a, b, dstStride, aStride, bStride,
+                                                        count);
+    }
+}
 
 } // namespace nx::minmax
 
