@@ -1,4 +1,4 @@
-// The selection families as a table, and the decision between two real operands as a slow reference.
+// The selection families as a table, and the decision between two operands as a slow reference.
 #ifndef NX_TESTS_MINMAX_SELECTION_CASES_HPP
 #define NX_TESTS_MINMAX_SELECTION_CASES_HPP
 
@@ -6,25 +6,29 @@
 
 #include <nx/minmax.hpp>
 
+#include "minmax/complex_reference.hpp"
 #include "support/binary.hpp"
 #include "support/members.hpp"
 
 namespace nx::test {
 
+/// `Abs` families order real values by magnitude, `RI` families complex ones by parts.
+enum class Key { plain, abs, parts };
+
 struct SelectionRule {
     bool largest;
-    bool byMagnitude;
+    Key key;
     bool nanWins;
 };
 
 /// Whether operand a is the result.
 template <class T>
-bool KeepsFirst(const SelectionRule& rule, T a, T b) {
+bool RealKeepsFirst(const SelectionRule& rule, T a, T b) {
     if (std::isnan(a) || std::isnan(b)) {
         return std::isnan(a) == std::isnan(b) || std::isnan(a) == rule.nanWins;
     }
-    const T keyA = rule.byMagnitude ? std::fabs(a) : a;
-    const T keyB = rule.byMagnitude ? std::fabs(b) : b;
+    const T keyA = rule.key == Key::abs ? std::fabs(a) : a;
+    const T keyB = rule.key == Key::abs ? std::fabs(b) : b;
     if (keyA != keyB) {
         return rule.largest ? keyA > keyB : keyA < keyB;
     }
@@ -42,22 +46,48 @@ inline float Narrow(double x) {
     return static_cast<float>(x);
 }
 
+/// The operand as the destination holds it; a real one gets the imaginary part +0.
 template <class TDst, class T>
 TDst Stored(T x) {
     if constexpr (std::is_same_v<TDst, T>) {
         return x;
+    } else if constexpr (isComplex<T>) {
+        using Part = typename TDst::value_type;
+        return {Stored<Part>(x.real()), Stored<Part>(x.imag())};
+    } else if constexpr (isComplex<TDst>) {
+        return {Stored<typename TDst::value_type>(x), 0};
     } else {
         return Narrow(x);
     }
 }
 
+/// In the precision in which operands are compared.
+template <class W, class T>
+std::complex<W> Compared(T x) {
+    return {static_cast<W>(std::real(x)), isComplex<T> ? static_cast<W>(std::imag(x)) : W{0}};
+}
+
+template <class TDst, class TA, class TB>
+bool KeepsFirst(const SelectionRule& rule, TA a, TB b) {
+    using Wide = std::common_type_t<typename tvr_scalar::realType<TA>::type,
+                                    typename tvr_scalar::realType<TB>::type>;
+    if constexpr (isComplex<TDst>) {
+        if (rule.key == Key::parts) {
+            return reference::KeepsFirstByParts(rule.largest, rule.nanWins, Stored<TDst>(a),
+                                                Stored<TDst>(b));
+        }
+        return reference::KeepsFirst(rule.largest, rule.nanWins, Compared<Wide>(a),
+                                     Compared<Wide>(b));
+    } else {
+        return rule.key == Key::abs
+                   ? RealKeepsFirst(rule, Stored<TDst>(a), Stored<TDst>(b))
+                   : RealKeepsFirst<Wide>(rule, static_cast<Wide>(a), static_cast<Wide>(b));
+    }
+}
+
 template <class TDst, class TA, class TB>
 TDst SelectReference(const SelectionRule& rule, TA a, TB b) {
-    using Wide = std::common_type_t<TA, TB>;
-    const bool keepsFirst =
-        rule.byMagnitude ? KeepsFirst<TDst>(rule, Stored<TDst>(a), Stored<TDst>(b))
-                         : KeepsFirst<Wide>(rule, static_cast<Wide>(a), static_cast<Wide>(b));
-    return keepsFirst ? Stored<TDst>(a) : Stored<TDst>(b);
+    return KeepsFirst<TDst, TA, TB>(rule, a, b) ? Stored<TDst>(a) : Stored<TDst>(b);
 }
 
 template <class TDst, class TA, class TB>
@@ -67,21 +97,21 @@ struct SelectionCase {
     SelectionRule rule;
 };
 
-template <class D, class A, class B>
+template <class D, class A = D, class B = D>
 inline constexpr SelectionCase<D, A, B> selectionCases[] = {
-    // name, function, largest, by magnitude, NaN wins
-    {"Min", Min<D, A, B>, {false, false, false}},
-    {"Max", Max<D, A, B>, {true, false, false}},
-    {"MinNaN", MinNaN<D, A, B>, {false, false, true}},
-    {"MaxNaN", MaxNaN<D, A, B>, {true, false, true}},
-    {"MinAbs", MinAbs<D, A, B>, {false, true, false}},
-    {"MaxAbs", MaxAbs<D, A, B>, {true, true, false}},
-    {"MinAbsNaN", MinAbsNaN<D, A, B>, {false, true, true}},
-    {"MaxAbsNaN", MaxAbsNaN<D, A, B>, {true, true, true}},
-    {"MinRI", MinRI<D, A, B>, {false, false, false}},
-    {"MaxRI", MaxRI<D, A, B>, {true, false, false}},
-    {"MinRINaN", MinRINaN<D, A, B>, {false, false, true}},
-    {"MaxRINaN", MaxRINaN<D, A, B>, {true, false, true}},
+    // name, function, largest, key, NaN wins
+    {"Min", Min<D, A, B>, {false, Key::plain, false}},
+    {"Max", Max<D, A, B>, {true, Key::plain, false}},
+    {"MinNaN", MinNaN<D, A, B>, {false, Key::plain, true}},
+    {"MaxNaN", MaxNaN<D, A, B>, {true, Key::plain, true}},
+    {"MinAbs", MinAbs<D, A, B>, {false, Key::abs, false}},
+    {"MaxAbs", MaxAbs<D, A, B>, {true, Key::abs, false}},
+    {"MinAbsNaN", MinAbsNaN<D, A, B>, {false, Key::abs, true}},
+    {"MaxAbsNaN", MaxAbsNaN<D, A, B>, {true, Key::abs, true}},
+    {"MinRI", MinRI<D, A, B>, {false, Key::parts, false}},
+    {"MaxRI", MaxRI<D, A, B>, {true, Key::parts, false}},
+    {"MinRINaN", MinRINaN<D, A, B>, {false, Key::parts, true}},
+    {"MaxRINaN", MaxRINaN<D, A, B>, {true, Key::parts, true}},
 };
 
 } // namespace nx::test
