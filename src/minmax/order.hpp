@@ -38,8 +38,8 @@ struct ByValue {
         }
     }
 
-    /// The one instruction gives a wherever an operand is a NaN: right unless a NaN b wins or a NaN a
-    /// loses.
+    /// The one instruction gives a wherever an operand is a NaN: right unless a NaN b wins or a NaN
+    /// a loses.
     template <Value V>
     static V Suspect(V a, V b) {
         return policy == NaNPolicy::wins ? b : a;

@@ -24,10 +24,8 @@ Complex<V> LoadRoundedPairs(const T* p) {
         const Complex<f64x2> low = LoadRoundedPairs<f64x2>(p);
         const Complex<f64x2> high = LoadRoundedPairs<f64x2>(p + 2);
         return {Narrow(low.re, high.re), Narrow(low.im, high.im)};
-    } else if constexpr (ComplexElement<T>) {
-        return LoadPairs<V>(p);
     } else {
-        return {LoadWidened<V>(p), V{}};
+        return AsPair(LoadPairs<V>(p));
     }
 }
 
@@ -89,8 +87,11 @@ struct Choice : Rule {
     template <ComplexElement TDst, class TA, class TB>
     using Operand = Candidates<TDst, Working<TDst, TA, TB>>;
 
-    template <class C>
-    static auto OfPair(const C& a, const C& b) {
+    static constexpr unsigned long pairsAtOnce = 1;
+
+    /// Serves all lanes.
+    template <class C, Value V>
+    static Complex<V> OfPairs(const C& a, const C& b, V&) {
         return Select(C::template KeepsFirst<Rule>(a, b), a.stored, b.stored);
     }
 

@@ -207,8 +207,8 @@ struct RoundedAlike {
     std::complex<T> smallest, largest;
 };
 
-/// Neighbours with one rounded magnitude and one rounded phase, in each quadrant with different real
-/// parts and with equal ones.
+/// Neighbours with one rounded magnitude and one rounded phase, in each quadrant with different
+/// real parts and with equal ones.
 template <class T>
 inline constexpr RoundedAlike<T> roundedAlike[] = {
     {{0x1.539aeap+0f, 0x1.cab608p+1f}, {0x1.539ae8p+0f, 0x1.cab608p+1f}},
