@@ -160,6 +160,134 @@ NX_API float nxSingleScalarRem(float x, float y);
 NX_API double nxDoubleScalarHypot(double x, double y);
 NX_API float nxSingleScalarHypot(float x, float y);
 
+/* Entries on complex values, nxDoubleComplexScalar... and nxSingleComplexScalar...
+ *
+ * The parts of a complex argument stand side by side, the real one first, and so do the pointers to
+ * the parts of a result. A result may be written in two steps: its destinations must not overlap an
+ * operand record or each other. Branch cuts do not depend on the sign of a zero: see
+ * docs/branch-cuts.md for the values on them.
+ */
+
+/** A complex value; the layout of a complex type of C and of std::complex. */
+typedef struct nxDoubleComplex {
+    double re, im;
+} nxDoubleComplex;
+typedef struct nxSingleComplex {
+    float re, im;
+} nxSingleComplex;
+
+/** Magnitude. An infinite part beside a NaN gives a NaN. */
+NX_API double nxDoubleComplexScalarAbs(double re, double im);
+NX_API float nxSingleComplexScalarAbs(float re, float im);
+
+/** Hypotenuse of two magnitudes. */
+NX_API double nxDoubleComplexScalarHypot(double aRe, double aIm, double bRe, double bIm);
+NX_API float nxSingleComplexScalarHypot(float aRe, float aIm, float bRe, float bIm);
+
+/** z / |z|, also where |z| overflows. With a zero im it is -1, +0 or 1 by the sign of re, a NaN re
+ * staying a NaN, and +0. An infinite part divides to a NaN. */
+NX_API void nxDoubleComplexScalarSign(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarSign(float re, float im, float* resultRe, float* resultIm);
+
+/** True if both parts are finite. */
+NX_API bool nxDoubleComplexScalarIsFinite(double re, double im);
+NX_API bool nxSingleComplexScalarIsFinite(float re, float im);
+
+/** True if a part is an infinity, also beside a NaN. */
+NX_API bool nxDoubleComplexScalarIsInf(double re, double im);
+NX_API bool nxSingleComplexScalarIsInf(float re, float im);
+
+/** True if a part is a NaN. */
+NX_API bool nxDoubleComplexScalarIsNaN(double re, double im);
+NX_API bool nxSingleComplexScalarIsNaN(float re, float im);
+
+/** *result = *a * *b. Two zero imaginary parts give +0. Infinities of intermediate results do not
+ * turn into NaN where the product is infinite. */
+NX_API void nxDoubleComplexScalarMultiply(nxDoubleComplex* result, const nxDoubleComplex* a,
+                                          const nxDoubleComplex* b);
+NX_API void nxSingleComplexScalarMultiply(nxSingleComplex* result, const nxSingleComplex* a,
+                                          const nxSingleComplex* b);
+
+/** Square root in the right half plane. A negative re with a zero im of either sign gives +i; a NaN
+ * part gives two default NaN, but a NaN re beside a zero im (NaN, +0). */
+NX_API void nxDoubleComplexScalarSqrt(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarSqrt(float re, float im, float* resultRe, float* resultIm);
+
+/** e^z. A zero im gives +0; re of minus infinity gives two +0 unless im is a NaN. */
+NX_API void nxDoubleComplexScalarExp(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarExp(float re, float im, float* resultRe, float* resultIm);
+
+/** Natural logarithm, with an imaginary part in [-pi, pi]. A negative re with a zero im of either
+ * sign has the angle pi; zero gives minus infinity and +0. */
+NX_API void nxDoubleComplexScalarLog(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarLog(float re, float im, float* resultRe, float* resultIm);
+
+/** Sine. A zero im gives an imaginary part of +0, otherwise a zero re a real part of +0. */
+NX_API void nxDoubleComplexScalarSin(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarSin(float re, float im, float* resultRe, float* resultIm);
+
+/** Cosine. A zero part gives an imaginary part of +0. */
+NX_API void nxDoubleComplexScalarCos(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarCos(float re, float im, float* resultRe, float* resultIm);
+
+/** Cos on records. */
+NX_API void nxDoubleComplexScalarCos2(nxDoubleComplex* result, const nxDoubleComplex* z);
+NX_API void nxSingleComplexScalarCos2(nxSingleComplex* result, const nxSingleComplex* z);
+
+/** Sine and cosine of z at once, each as its own entry gives it. */
+NX_API void nxDoubleComplexScalarSinCos(double re, double im, double* sineRe, double* sineIm,
+                                        double* cosineRe, double* cosineIm);
+NX_API void nxSingleComplexScalarSinCos(float re, float im, float* sineRe, float* sineIm,
+                                        float* cosineRe, float* cosineIm);
+
+/** Tangent. A zero im gives an imaginary part of +0, otherwise a zero re a real part of +0. */
+NX_API void nxDoubleComplexScalarTan(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarTan(float re, float im, float* resultRe, float* resultIm);
+
+/** Hyperbolic sine. A zero im gives an imaginary part of +0. */
+NX_API void nxDoubleComplexScalarSinh(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarSinh(float re, float im, float* resultRe, float* resultIm);
+
+/** Hyperbolic cosine. A zero im gives an imaginary part of +0. */
+NX_API void nxDoubleComplexScalarCosh(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarCosh(float re, float im, float* resultRe, float* resultIm);
+
+/** Hyperbolic tangent. A zero im gives an imaginary part of +0, otherwise a zero re a real part
+ * of +0. */
+NX_API void nxDoubleComplexScalarTanh(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarTanh(float re, float im, float* resultRe, float* resultIm);
+
+/** Arccosine, with cuts on the real axis beyond -1 and 1: both zeros give (pi, -acosh|re|) beyond -1
+ * and (0, acosh(re)) beyond 1. On [-1, 1] the imaginary part is +0. */
+NX_API void nxDoubleComplexScalarAcos(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarAcos(float re, float im, float* resultRe, float* resultIm);
+
+/** Inverse hyperbolic cosine, with a cut on the real axis below 1: both zeros give an imaginary part
+ * in [0, pi]. From 1 on it is +0. */
+NX_API void nxDoubleComplexScalarAcosh(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarAcosh(float re, float im, float* resultRe, float* resultIm);
+
+/** Arcsine, with cuts on the real axis beyond -1 and 1: both zeros give (-pi/2, acosh|re|) beyond -1
+ * and (pi/2, -acosh(re)) beyond 1. On [-1, 1] the imaginary part is +0. */
+NX_API void nxDoubleComplexScalarAsin(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarAsin(float re, float im, float* resultRe, float* resultIm);
+
+/** Inverse hyperbolic sine, with cuts on the imaginary axis beyond -1 and 1. A zero im gives +0. */
+NX_API void nxDoubleComplexScalarAsinh(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarAsinh(float re, float im, float* resultRe, float* resultIm);
+
+/** Arctangent, with cuts on the imaginary axis beyond -1 and 1. A zero im gives +0; next to -i and i
+ * the imaginary part stays finite. */
+NX_API void nxDoubleComplexScalarAtan(double re, double im, double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarAtan(float re, float im, float* resultRe, float* resultIm);
+
+/** a to the power b: powers with a small integer b are products, other real b take a root or a
+ * logarithm for the fraction, and complex b a logarithm. A base of two zeros counts as any other:
+ * 0^0 is 1. Zero imaginary parts of either sign are +0. */
+NX_API void nxDoubleComplexScalarPower(double aRe, double aIm, double bRe, double bIm,
+                                       double* resultRe, double* resultIm);
+NX_API void nxSingleComplexScalarPower(float aRe, float aIm, float bRe, float bIm, float* resultRe,
+                                       float* resultIm);
 #ifdef __cplusplus
 } /* extern "C" */
 #endif

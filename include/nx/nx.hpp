@@ -4,6 +4,7 @@
 #define NX_NX_HPP
 
 #include <nx/array.hpp>
+#include <nx/complex.hpp>
 #include <nx/elementwise.hpp>
 #include <nx/errors.hpp>
 #include <nx/minmax.hpp>

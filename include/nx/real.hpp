@@ -38,16 +38,22 @@ template <class TDst, class TA, class TB>
 NX_API void Hypot(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
                   unsigned long bStride, unsigned long count);
 
-/// `a` to the power `b`. A negative `a` with a fractional `b` gives the default NaN, and so does a NaN
-/// `a` for `b == 0` and a NaN `b` for `a == 1`.
-/// Members: (d, d, d), (f, f, f), (f, f, d), (f, d, f).
+/// `a` to the power `b`. Among real elements, a negative `a` with a fractional `b` gives the default
+/// NaN, and so does a NaN `a` for `b == 0` and a NaN `b` for `a == 1`.
+///
+/// With a complex operand the result is complex, as `nxDoubleComplexScalarPower` of <nx/flat.h> gives
+/// it; a real operand is taken as `(x, +0)`. With c for complex elements, cd and cf:
+/// Members: (d, d, d), (f, f, f), (f, f, d), (f, d, f); (cd, cd, cd), (cd, cd, d), (cd, d, cd),
+/// (cf, cf, cf), (cf, cf, f), (cf, f, cf), and with one operand of the other precision (cf, cf, cd),
+/// (cf, cd, cf), (cf, cf, d), (cf, d, cf), (cf, cd, f), (cf, f, cd).
 template <class TDst, class TA, class TB>
 NX_API void Power(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
                   unsigned long bStride, unsigned long count);
 
 /// `Power` that reports its domain: stops at the first negative `a` with a finite fractional `b` whose
 /// power is not real, and returns how many elements are not done, as the families of <nx/array.hpp>
-/// do. Minus infinity with a negative `b` is inside. Members as for `Power`.
+/// do. Minus infinity with a negative `b` is inside.
+/// Members: (d, d, d), (f, f, f), (f, f, d), (f, d, f).
 template <class TDst, class TA, class TB>
 NX_API unsigned long PowerMaybe(TDst* dst, TA* a, TB* b, unsigned long dstStride,
                                 unsigned long aStride, unsigned long bStride, unsigned long count);

@@ -40,6 +40,12 @@
 #define NX_CD std::complex<double>
 #define NX_CF std::complex<float>
 
+#define NX_REAL_TO_COMPLEX_ALL(SHAPE, Result, Family)                                              \
+    SHAPE(Result, Family, NX_CD, double, double)                                                   \
+    SHAPE(Result, Family, NX_CF, float, float)                                                     \
+    SHAPE(Result, Family, NX_CF, float, double)                                                    \
+    SHAPE(Result, Family, NX_CF, double, float)
+
 #define NX_ALL(SHAPE, Result, Family)                                                              \
     NX_REAL_ALL(SHAPE, Result, Family)                                                             \
     NX_COMPLEX_ALL(SHAPE, Result, Family)

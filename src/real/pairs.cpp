@@ -15,7 +15,6 @@ NX_BINARY_FAMILY(NX_REAL_ALL, void, Mod, core::MapPairs<real::ModKernel>)
 NX_BINARY_FAMILY(NX_REAL_ALL, void, Rem, core::MapPairs<real::RemKernel>)
 NX_BINARY_TO_REAL_FAMILY(NX_ALL, void, Hypot, real::MapHypot)
 
-NX_BINARY_FAMILY(NX_REAL_ALL, void, Power, core::MapPairs<real::PowerKernel>)
 NX_BINARY_FAMILY(NX_REAL_ALL, unsigned long, PowerMaybe,
                  core::MapPairsInDomain<real::PowerKernel, real::PowerIsReal>)
 

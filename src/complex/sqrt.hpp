@@ -1,0 +1,53 @@
+// Complex square root.
+//
+// 1. s = sqrt((|z| + |re|) / 2) is the larger part of the root, im / 2s the other one.
+// 2. For re > 0 the larger part is the real one, otherwise the imaginary one, with the sign of im.
+// 3. A negative zero im counts as positive, so that both sides of the cut have one value.
+#ifndef NX_COMPLEX_SQRT_HPP
+#define NX_COMPLEX_SQRT_HPP
+
+#include <cmath>
+#include <limits>
+
+#include "complex/basic.hpp"
+#include "complex/constants.hpp"
+#include "real/basic.hpp"
+#include "real/hypot.hpp"
+
+namespace nx::complex {
+
+/// s of step 1 where the magnitude overflows or is subnormal.
+template <class T>
+[[gnu::noinline]] T ScaledLargerPart(T re, T y) {
+    using C = ComplexConstants<T>;
+    const bool isLarge = Abs(re) > C::rootLimit || Abs(y) > C::rootLimit;
+    const T scale = isLarge ? T{0.125} : C::rootScale;
+    const T back = isLarge ? T{2} : C::rootBack;
+    const T a = Abs(re * scale);
+    return std::sqrt(real::KernelHypot(a, y * scale) + a) * back;
+}
+
+template <class T>
+Complex<T> KernelComplexSqrt(T re, T im) {
+    if (im == 0 && !(re < 0)) {
+        return {real::PositiveSqrt(re), 0};
+    }
+    if (IsNaN(re, im)) {
+        return complexNaN<T>;
+    }
+    const T y = im + T{0};
+    const T m = real::KernelHypot(re, y);
+    const T s = m > largest<T> || m < std::numeric_limits<T>::min()
+                    ? ScaledLargerPart(re, y)
+                    : std::sqrt(T{0.5} * m + T{0.5} * Abs(re));
+    const T root = re > 0 ? s : WithSignOf(s, y);
+    const T other = real::IsInfinite(y) ? root * y : T{0.5} * (y / root);
+    if (re > 0) {
+        return {root, other};
+    }
+    return {re < 0 ? other : s, root};
+}
+
+} // namespace nx::complex
+
+#endif
