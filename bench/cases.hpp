@@ -54,6 +54,7 @@ std::vector<Case> Selection();
 std::vector<Case> Logarithms();
 std::vector<Case> RealKernels();
 std::vector<Case> RealPairs();
+std::vector<Case> ComplexKernels();
 
 /// Names and versions of the peers that this program was built with.
 std::vector<std::pair<std::string, std::string>> PeerVersions();

@@ -119,6 +119,7 @@ int main(int argc, char** argv) {
     bench::RegisterAll(bench::Logarithms());
     bench::RegisterAll(bench::RealKernels());
     bench::RegisterAll(bench::RealPairs());
+    bench::RegisterAll(bench::ComplexKernels());
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
 }
