@@ -7,6 +7,7 @@
 #define NX_COMPLEX_CIRCULAR_HPP
 
 #include "complex/constants.hpp"
+#include "complex/reduced_pair.hpp"
 #include "core/lanes.hpp"
 #include "real/hyperbolic.hpp"
 #include "real/sine.hpp"
@@ -51,8 +52,8 @@ Complex<T> Sine(T re, T im) {
     if (re == 0) {
         return {0, real::KernelSinh(im)};
     }
-    const auto [s, c] = real::SinCosKernel::Entry(re);
-    return {real::KernelCosh(im) * s, real::KernelSinh(im) * c};
+    const auto [sh, ch, s, c] = HyperbolicSineAndCosine(im, re);
+    return {ch * s, sh * c};
 }
 
 template <class T>
@@ -63,8 +64,8 @@ Complex<T> Cosine(T re, T im) {
     if (re == 0) {
         return {real::KernelCosh(im), 0};
     }
-    const auto [s, c] = real::SinCosKernel::Entry(re);
-    return {real::KernelCosh(im) * c, -real::KernelSinh(im) * s};
+    const auto [sh, ch, s, c] = HyperbolicSineAndCosine(im, re);
+    return {ch * c, -sh * s};
 }
 
 template <class T>
@@ -78,12 +79,10 @@ SineAndCosine<T> SineCosine(T re, T im) {
         const auto [s, c] = real::SinCosKernel::Entry(re);
         return {{s, 0}, {c, 0}};
     }
-    const T sh = real::KernelSinh(im);
-    const T ch = real::KernelCosh(im);
     if (re == 0) {
-        return {{0, sh}, {ch, 0}};
+        return {{0, real::KernelSinh(im)}, {real::KernelCosh(im), 0}};
     }
-    const auto [s, c] = real::SinCosKernel::Entry(re);
+    const auto [sh, ch, s, c] = HyperbolicSineAndCosine(im, re);
     return {{ch * s, sh * c}, {ch * c, -s * sh}};
 }
 

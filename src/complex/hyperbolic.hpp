@@ -8,8 +8,8 @@
 
 #include "complex/circular.hpp"
 #include "complex/constants.hpp"
+#include "complex/reduced_pair.hpp"
 #include "real/hyperbolic.hpp"
-#include "real/sine.hpp"
 #include "real/tangent.hpp"
 
 namespace nx::complex {
@@ -19,8 +19,8 @@ Complex<T> HyperbolicSine(T re, T im) {
     if (im == 0) {
         return {real::KernelSinh(re), 0};
     }
-    const auto [s, c] = real::SinCosKernel::Entry(im);
-    return {real::KernelSinh(re) * c, real::KernelCosh(re) * s};
+    const auto [sh, ch, s, c] = HyperbolicSineAndCosine(re, im);
+    return {sh * c, ch * s};
 }
 
 template <class T>
@@ -28,8 +28,8 @@ Complex<T> HyperbolicCosine(T re, T im) {
     if (im == 0) {
         return {real::KernelCosh(re), 0};
     }
-    const auto [s, c] = real::SinCosKernel::Entry(im);
-    return {real::KernelCosh(re) * c, real::KernelSinh(re) * s};
+    const auto [sh, ch, s, c] = HyperbolicSineAndCosine(re, im);
+    return {ch * c, sh * s};
 }
 
 template <class T>

@@ -7,6 +7,7 @@
 
 #include <cmath>
 
+#include "complex/angle.hpp"
 #include "complex/basic.hpp"
 #include "complex/constants.hpp"
 #include "complex/sqrt.hpp"
@@ -27,8 +28,7 @@ Complex<T> KernelComplexAcos(T re, T im) {
     }
     const Complex<T> s1 = KernelComplexSqrt(T{1} + re, T{0} + im);
     const Complex<T> s2 = KernelComplexSqrt(T{1} - re, T{0} - im);
-    return {T{2} * real::KernelAtan2(s2.re, s1.re),
-            real::KernelAsinh(s1.re * s2.im - s2.re * s1.im)};
+    return {T{2} * Angle(s2.re, s1.re), real::KernelAsinh(s1.re * s2.im - s2.re * s1.im)};
 }
 
 template <class T>
@@ -38,8 +38,7 @@ Complex<T> KernelComplexAcosh(T re, T im) {
     }
     const Complex<T> s1 = KernelComplexSqrt(re + T{1}, im + T{0});
     const Complex<T> s2 = KernelComplexSqrt(re - T{1}, im + T{0});
-    return {real::KernelAsinh(s1.im * s2.im + s2.re * s1.re),
-            T{2} * real::KernelAtan2(s2.im, s1.re)};
+    return {real::KernelAsinh(s1.im * s2.im + s2.re * s1.re), T{2} * Angle(s2.im, s1.re)};
 }
 
 template <class T>
@@ -51,7 +50,7 @@ Complex<T> KernelComplexAsin(T re, T im) {
     const Complex<T> s2 = KernelComplexSqrt(T{1} - re, T{0} - im);
     const T p = elementwise::ComplexTimes(s2, s1).re;
     const T q = elementwise::ComplexTimes(Complex<T>{s2.re, T{0} - s2.im}, s1).im;
-    return {real::KernelAtan2(re, p), real::KernelAsinh(q)};
+    return {Angle(re, p), real::KernelAsinh(q)};
 }
 
 /// The size of the real part of 1 / z, for z of the parts ax and ay without their signs.
@@ -87,7 +86,7 @@ Complex<T> AtanhOfQuadrant(T ax, T ay) {
     }
     const T d = T{1} - ax;
     return {T{0.25} * real::KernelLog1p(T{4} * ax / (d * d + r * r)),
-            T{0.5} * real::KernelAtan2(ay + ay, (ax + T{1}) * d - r * r)};
+            T{0.5} * Angle(ay + ay, (ax + T{1}) * d - r * r)};
 }
 
 /// Odd on the real axis outside [-1, 1] too: there the imaginary part has the sign of re. A real part

@@ -1,12 +1,18 @@
 // Complex logarithm: log|z| and the angle of z.
 //
 // Near the unit circle log|z| = log1p(re^2 + im^2 - 1) / 2, with the larger square taken from 1 first.
+// Elsewhere the real kernels of the logarithm and of the arctangent both divide, and then sum a
+// polynomial of a square z and its square w by even and odd powers: ordinary values take them side by
+// side, with the bits of each.
 #ifndef NX_COMPLEX_LOG_HPP
 #define NX_COMPLEX_LOG_HPP
 
 #include <cmath>
 
+#include "complex/angle.hpp"
 #include "complex/constants.hpp"
+#include "complex/magnitude.hpp"
+#include "complex/reduced_pair.hpp"
 #include "real/atan.hpp"
 #include "real/basic.hpp"
 #include "real/hypot.hpp"
@@ -30,14 +36,94 @@ T LogOfMagnitude(T re, T im) {
     return real::KernelLog(m);
 }
 
-/// A negative re has the angle -pi for an im of -0. Callers to whom both zeros are one add +0 to im.
 template <class T>
-Complex<T> KernelComplexLog(T re, T im) {
+[[gnu::noinline]] Complex<T> LogOfAny(T re, T im) {
     if (im == 0) {
         const T angle = re < 0 ? WithSignOf(real::Angles<T>::pi, im) : T{0};
         return {real::KernelLog(Abs(re)), angle};
     }
     return {LogOfMagnitude(re, im), real::KernelAtan2(im, re)};
+}
+
+/// What the logarithm and the arctangent sum: their quotients, and their polynomials.
+template <class T>
+struct QuotientsAndSeries {
+    T ofLog, ofAngle, logSeries, angleSeries;
+};
+
+/// From numerators and denominators.
+inline QuotientsAndSeries<double> DivideAndSum(double logUpper, double logLower, double angleUpper,
+                                               double angleLower) {
+    using L = real::LogConstants<double>;
+    using A = real::AtanConstants<double>;
+    using V = f64x2;
+    const V t = V{logUpper, angleUpper} / V{logLower, angleLower};
+    const V z = t * t;
+    const V w = z * z;
+    V odd = V{0, A::A10} * w + V{0, A::A8};
+    odd = odd * w + V{L::L7, A::A6};
+    odd = odd * w + V{L::L5, A::A4};
+    odd = odd * w + V{L::L3, A::A2};
+    odd = odd * w + V{L::L1, A::A0};
+    V even = V{0, A::A9} * w + V{0, A::A7};
+    even = even * w + V{L::L6, A::A5};
+    even = even * w + V{L::L4, A::A3};
+    even = even * w + V{L::L2, A::A1};
+    const V sum = odd * z + even * w;
+    return {t[0], t[1], sum[0], sum[1] * t[1]};
+}
+
+/// In `float` the polynomials are too short to gain.
+inline QuotientsAndSeries<float> DivideAndSum(float logUpper, float logLower, float angleUpper,
+                                              float angleLower) {
+    using L = real::LogConstants<float>;
+    const float s = logUpper / logLower;
+    const float t = angleUpper / angleLower;
+    const float z = s * s;
+    const float w = z * z;
+    return {s, t, (L::L4 * w + L::L2) * w + (w * L::L3 + L::L1) * z, real::AtanSeries(t)};
+}
+
+/// The sum of real::LogKernel, with a branch where that selects.
+inline double SumOfLog(double f, double s, double k, double series) {
+    using C = real::LogConstants<double>;
+    if (f < C::rootLow || C::rootHigh <= f) {
+        const double minusHalfSquare = (f * -0.5) * f;
+        const double product = s * (series - minusHalfSquare);
+        return k * C::ln2Hi + ((minusHalfSquare + (product + k * C::ln2Lo)) + f);
+    }
+    return k * C::ln2Hi + ((s * (series - f) + k * C::ln2Lo) + f);
+}
+inline float SumOfLog(float f, float s, float k, float series) {
+    using C = real::LogConstants<float>;
+    return k * C::ln2Hi - ((s * (f - series) - k * C::ln2Lo) - f);
+}
+
+/// log m and the angle of the point (x, y), which is an ordinary one, for a normal m that the logarithm
+/// does not take as next to a power of two.
+template <class T>
+[[gnu::always_inline]] inline Complex<T> LogAndAngle(T m, T x, T y) {
+    using C = real::LogConstants<T>;
+    const auto carried = Bits(m) + C::carry;
+    const T f = real::Fraction<T>(carried, C::carry);
+    const T k = real::Exponent<T>(carried);
+
+    const TurnedQuotient<T> angle = Turn(x, y);
+    const auto [s, t, logSeries, angleSeries] = DivideAndSum(f, T{2} + f, angle.upper, angle.lower);
+    return {SumOfLog(f, s, k, logSeries), AngleOf(angle, t, angleSeries, x, y)};
+}
+
+/// A negative re has the angle -pi for an im of -0. Callers to whom both zeros are one add +0 to im.
+template <class T>
+Complex<T> KernelComplexLog(T re, T im) {
+    if (!HasOrdinarySquares(re, im) || !HasOrdinaryAngle(re, im)) [[unlikely]] {
+        return LogOfAny(re, im);
+    }
+    const T m = MagnitudeOfOrdinary(re, im);
+    if (IsSizeIn(m, T{0.875}, T{1.125}) || real::LogKernel::IsTiny(m)) [[unlikely]] {
+        return LogOfAny(re, im);
+    }
+    return LogAndAngle(m, re, im);
 }
 
 } // namespace nx::complex

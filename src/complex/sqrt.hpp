@@ -11,6 +11,7 @@
 
 #include "complex/basic.hpp"
 #include "complex/constants.hpp"
+#include "complex/magnitude.hpp"
 #include "real/basic.hpp"
 #include "real/hypot.hpp"
 
@@ -18,7 +19,7 @@ namespace nx::complex {
 
 /// s of step 1 where the magnitude overflows or is subnormal.
 template <class T>
-[[gnu::noinline]] T ScaledLargerPart(T re, T y) {
+T ScaledLargerPart(T re, T y) {
     using C = ComplexConstants<T>;
     const bool isLarge = Abs(re) > C::rootLimit || Abs(y) > C::rootLimit;
     const T scale = isLarge ? T{0.125} : C::rootScale;
@@ -27,8 +28,23 @@ template <class T>
     return std::sqrt(real::KernelHypot(a, y * scale) + a) * back;
 }
 
+/// Step 2, for a y that is not -0.
 template <class T>
-Complex<T> KernelComplexSqrt(T re, T im) {
+Complex<T> RootOfLargerPart(T s, T re, T y) {
+    const T other = T{0.5} * (std::fabs(y) / s);
+    if (re > 0) {
+        return {s, std::copysign(other, y)};
+    }
+    return {re < 0 ? other : s, std::copysign(s, y)};
+}
+
+template <class T>
+T LargerPart(T m, T re) {
+    return std::sqrt(T{0.5} * m + T{0.5} * std::fabs(re));
+}
+
+template <class T>
+[[gnu::noinline]] Complex<T> SqrtOfAny(T re, T im) {
     if (im == 0 && !(re < 0)) {
         return {real::PositiveSqrt(re), 0};
     }
@@ -37,15 +53,21 @@ Complex<T> KernelComplexSqrt(T re, T im) {
     }
     const T y = im + T{0};
     const T m = real::KernelHypot(re, y);
-    const T s = m > largest<T> || m < std::numeric_limits<T>::min()
-                    ? ScaledLargerPart(re, y)
-                    : std::sqrt(T{0.5} * m + T{0.5} * Abs(re));
-    const T root = re > 0 ? s : WithSignOf(s, y);
-    const T other = real::IsInfinite(y) ? root * y : T{0.5} * (y / root);
-    if (re > 0) {
-        return {root, other};
+    const T s = m > largest<T> || m < std::numeric_limits<T>::min() ? ScaledLargerPart(re, y)
+                                                                    : LargerPart(m, re);
+    if (real::IsInfinite(y)) {
+        // Both parts are infinite, as s is.
+        return {s, WithSignOf(s, y)};
     }
-    return {re < 0 ? other : s, root};
+    return RootOfLargerPart(s, re, y);
+}
+
+template <class T>
+Complex<T> KernelComplexSqrt(T re, T im) {
+    if (!HasOrdinarySquares(re, im)) [[unlikely]] {
+        return SqrtOfAny(re, im);
+    }
+    return RootOfLargerPart(LargerPart(MagnitudeOfOrdinary(re, im), re), re, im);
 }
 
 } // namespace nx::complex

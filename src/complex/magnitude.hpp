@@ -1,0 +1,44 @@
+// Sizes of values as integers, and magnitudes that need no scale.
+#ifndef NX_COMPLEX_MAGNITUDE_HPP
+#define NX_COMPLEX_MAGNITUDE_HPP
+
+#include <cmath>
+
+#include "core/lanes.hpp"
+#include "real/hypot.hpp"
+
+namespace nx::complex {
+
+using namespace core;
+
+/// The pattern of |x|: compared as an integer, it does not wait in line with the arithmetic.
+template <class T>
+BitsOf<T> PatternOfSize(T x) {
+    return Bits(x) & (signBit<T> - 1);
+}
+
+/// |x| in [low, high).
+template <class T>
+bool IsSizeIn(T x, T low, T high) {
+    return PatternOfSize(x) - Pattern(low) < Pattern(high) - Pattern(low);
+}
+
+/// True where no square leaves the normal range; false for a zero part.
+template <class T>
+bool HasOrdinarySquares(T re, T im) {
+    constexpr T low = static_cast<T>(Doubles<T> ? 0x1p-500 : 0x1p-50);
+    constexpr T high = static_cast<T>(Doubles<T> ? 0x1p490 : 0x1p50);
+    return IsSizeIn(re, low, high) && IsSizeIn(im, low, high);
+}
+
+/// real::KernelHypot of such parts. Sides far apart need no test: see real::HypotKernel.
+template <class T>
+T MagnitudeOfOrdinary(T re, T im) {
+    const T x = std::fabs(re);
+    const T y = std::fabs(im);
+    return std::sqrt(real::SumOfSquares(x > y ? x : y, x > y ? y : x));
+}
+
+} // namespace nx::complex
+
+#endif
