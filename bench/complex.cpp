@@ -12,28 +12,34 @@ namespace bench {
 
 namespace {
 
-/// dst[i] = function(src[i], i).
+/// function(src[i], dst[i], i).
 template <class T, class F>
 void ForEach(const Arrays& x, F function) {
     auto* dst = static_cast<std::complex<T>*>(x.dst);
     const auto* src = static_cast<const std::complex<T>*>(x.src[0]);
     for (unsigned long i = 0; i < x.count; ++i) {
-        dst[i * x.stride] = function(src[i * x.stride], i);
+        function(src[i * x.stride], dst[i * x.stride], i);
     }
+}
+
+/// The two parts, as the language has them lie in a complex element.
+template <class T>
+T* PartsOf(std::complex<T>& z) {
+    return reinterpret_cast<T*>(&z);
 }
 
 template <class T, auto flat>
 void OverFlat(const Arrays& x) {
-    ForEach<T>(x, [](std::complex<T> z, unsigned long) {
-        T re, im;
-        flat(z.real(), z.imag(), &re, &im);
-        return std::complex<T>(re, im);
+    ForEach<T>(x, [](std::complex<T> z, std::complex<T>& result, unsigned long) {
+        T* parts = PartsOf(result);
+        flat(z.real(), z.imag(), parts, parts + 1);
     });
 }
 
 template <class T, auto function>
 void OverSystem(const Arrays& x) {
-    ForEach<T>(x, [](std::complex<T> z, unsigned long) { return function(z); });
+    ForEach<T>(
+        x, [](std::complex<T> z, std::complex<T>& result, unsigned long) { result = function(z); });
 }
 
 /// Exponents that change from element to element.
@@ -45,18 +51,18 @@ std::complex<T> Exponent(unsigned long i) {
 
 template <class T, bool integer, auto flat>
 void OverFlatPower(const Arrays& x) {
-    ForEach<T>(x, [](std::complex<T> z, unsigned long i) {
+    ForEach<T>(x, [](std::complex<T> z, std::complex<T>& result, unsigned long i) {
         const std::complex<T> b = Exponent<T, integer>(i);
-        T re, im;
-        flat(z.real(), z.imag(), b.real(), b.imag(), &re, &im);
-        return std::complex<T>(re, im);
+        T* parts = PartsOf(result);
+        flat(z.real(), z.imag(), b.real(), b.imag(), parts, parts + 1);
     });
 }
 
 template <class T, bool integer>
 void OverSystemPower(const Arrays& x) {
-    ForEach<T>(
-        x, [](std::complex<T> z, unsigned long i) { return std::pow(z, Exponent<T, integer>(i)); });
+    ForEach<T>(x, [](std::complex<T> z, std::complex<T>& result, unsigned long i) {
+        result = std::pow(z, Exponent<T, integer>(i));
+    });
 }
 
 /// The array over one exponent.
@@ -69,7 +75,9 @@ void CubesOfArray(const Arrays& x) {
 
 template <class T>
 void CubesOfSystem(const Arrays& x) {
-    ForEach<T>(x, [](std::complex<T> z, unsigned long) { return std::pow(z, std::complex<T>(3)); });
+    ForEach<T>(x, [](std::complex<T> z, std::complex<T>& result, unsigned long) {
+        result = std::pow(z, std::complex<T>(3));
+    });
 }
 
 template <class T>

@@ -6,6 +6,8 @@
 #ifndef NX_COMPLEX_CIRCULAR_HPP
 #define NX_COMPLEX_CIRCULAR_HPP
 
+#include <cmath>
+
 #include "complex/constants.hpp"
 #include "complex/reduced_pair.hpp"
 #include "core/lanes.hpp"
@@ -18,11 +20,12 @@ namespace nx::complex {
 /// (a + ib) / (1 + ic) by the method of Smith.
 template <class T>
 Complex<T> TangentQuotient(T a, T b, T c) {
-    if (Abs(c) < 1) {
+    const T size = std::fabs(c);
+    if (size < 1) {
         const T d = c * c + T{1};
         return {(c * b + a) / d, (b - a * c) / d};
     }
-    if (Abs(c) != 1) {
+    if (size != 1) {
         const T r = T{1} / c;
         const T e = c + r;
         return {(r * a + b) / e, (b * r - a) / e};

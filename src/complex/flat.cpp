@@ -210,11 +210,9 @@ void nxSingleComplexScalarAtan(float re, float im, float* resultRe, float* resul
 
 void nxDoubleComplexScalarPower(double aRe, double aIm, double bRe, double bIm, double* resultRe,
                                 double* resultIm) {
-    Write(KernelComplexPower(Complex<double>{aRe, aIm}, Complex<double>{bRe, bIm}), resultRe,
-          resultIm);
+    Write(KernelComplexPower(aRe, aIm, bRe, bIm), resultRe, resultIm);
 }
 void nxSingleComplexScalarPower(float aRe, float aIm, float bRe, float bIm, float* resultRe,
                                 float* resultIm) {
-    Write(KernelComplexPower(Complex<float>{aRe, aIm}, Complex<float>{bRe, bIm}), resultRe,
-          resultIm);
+    Write(KernelComplexPower(aRe, aIm, bRe, bIm), resultRe, resultIm);
 }

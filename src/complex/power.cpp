@@ -13,8 +13,9 @@ struct PowerOfElements {
     template <class TDst, class TA, class TB>
     static TDst Apply(TA a, TB b) {
         using W = core::WorkingType<TA, TB>;
-        return core::ToElement<TDst>(
-            complex::KernelComplexPower(core::ToComplex<W>(a), core::ToComplex<W>(b)));
+        const auto x = core::ToComplex<W>(a);
+        const auto y = core::ToComplex<W>(b);
+        return core::ToElement<TDst>(complex::KernelComplexPower(x.re, x.im, y.re, y.im));
     }
 };
 

@@ -6,6 +6,8 @@
 #ifndef NX_COMPLEX_POWER_HPP
 #define NX_COMPLEX_POWER_HPP
 
+#include <cstdint>
+
 #include "complex/basic.hpp"
 #include "complex/constants.hpp"
 #include "complex/exp.hpp"
@@ -20,37 +22,41 @@ namespace nx::complex {
 
 /// exp(b * log a), with one angle for both sides of the cut.
 template <class T>
-Complex<T> PowerByLogarithm(Complex<T> logA, Complex<T> b) {
+[[gnu::always_inline]] inline Complex<T> PowerByLogarithm(Complex<T> logA, Complex<T> b) {
     const Complex<T> w = elementwise::ComplexTimes(logA, b);
     return KernelComplexExp(w.re, w.im);
 }
 
-/// a to the power n, a whole number from 0 up, by squaring. It is a `T` throughout, as it may be larger
-/// than any integer type.
+/// a to the power n, a whole number from 0 up, by squaring. n may be larger than any integer type, but
+/// is even then.
 template <class T>
-Complex<T> WholePower(Complex<T> a, T n) {
-    using real::RoundToInteger, real::Rounding;
+[[gnu::always_inline]] inline Complex<T> WholePower(Complex<T> a, T n) {
+    for (; n >= T{0x1p62}; n *= T{0.5}) {
+        a = elementwise::ComplexTimes(a, a);
+    }
     Complex<T> r{1, 0};
-    while (n > 0) {
-        const T half = RoundToInteger<Rounding::towardZero>(T{0.5} * n);
-        if (half + half != n) {
+    for (auto bits = static_cast<std::int64_t>(n); bits != 0;) {
+        if (bits % 2 != 0) {
             r = elementwise::ComplexTimes(a, r);
         }
-        a = elementwise::ComplexTimes(a, a);
-        n = half;
+        bits /= 2;
+        if (bits != 0) { // the square after the last bit is not used
+            a = elementwise::ComplexTimes(a, a);
+        }
     }
     return r;
 }
 
 template <class T>
-Complex<T> PowerOfRealExponent(Complex<T> a, T p) {
+Complex<T> PowerOfRealExponent(T re, T im, T p) {
+    const Complex<T> a{re, im};
     if (p == 0) {
         return IsNaN(a.re, a.im) ? complexNaN<T> : Complex<T>{1, 0};
     }
     const T size = Abs(p);
     const T n = real::RoundToInteger<real::Rounding::towardZero>(size);
     const T f = size - n;
-    Complex<T> r = WholePower(a, n);
+    Complex<T> r = n != n ? Complex<T>{1, 0} : WholePower(a, n);
     if (f != 0) {
         r = elementwise::ComplexTimes(
             r, f == T{0.5}
@@ -60,9 +66,11 @@ Complex<T> PowerOfRealExponent(Complex<T> a, T p) {
     return p < 0 ? elementwise::ComplexReciprocal(r) : r;
 }
 
-/// a to the power b.
+/// a to the power b. Parts are passed one by one: in pairs they would go through memory.
 template <class T>
-Complex<T> KernelComplexPower(Complex<T> a, Complex<T> b) {
+Complex<T> KernelComplexPower(T aRe, T aIm, T bRe, T bIm) {
+    const Complex<T> a{aRe, aIm};
+    const Complex<T> b{bRe, bIm};
     if (b.re == 2 && b.im == 0) {
         return elementwise::ComplexTimes(a, a);
     }
@@ -70,7 +78,7 @@ Complex<T> KernelComplexPower(Complex<T> a, Complex<T> b) {
         return {real::KernelPow(a.re, b.re), 0};
     }
     if (b.im == 0 && !real::IsInfinite(b.re)) {
-        return PowerOfRealExponent(a, b.re);
+        return PowerOfRealExponent(a.re, a.im, b.re);
     }
     const Complex<T> logA = KernelComplexLog(a.re, T{0} + a.im);
     if (logA.re < -largest<T> && !(b.re > largest<T>)&&real::IsInfinite(b.im)) {
