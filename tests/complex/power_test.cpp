@@ -99,7 +99,7 @@ TYPED_TEST(ComplexPower, IsTheFlatEntryInEveryShape) {
     Random random(51);
     for (int round = 0; round < 30; ++round) {
         for (const auto& shape : shapes) {
-            for (const std::size_t count : {0, 1, 2, 37}) {
+            for (const std::size_t count : {0ul, 1ul, 2ul, 37ul}) {
                 const auto ofStride = [&](long stride) { return stride == 0 ? 1 : count; };
                 Strided<TA> a(DrawAll<TA>(random, ofStride(shape.a)), shape.a);
                 Strided<TB> b(DrawAll<TB>(random, ofStride(shape.b)), shape.b);
@@ -148,7 +148,7 @@ TYPED_TEST(PowerOfTwo, IsThePowerOfReals) {
     using T = TypeParam;
     Random random(53);
     for (const long stride : {1, 2, -1}) {
-        for (const std::size_t count : {0, 1, 5, 300}) {
+        for (const std::size_t count : {0ul, 1ul, 5ul, 300ul}) {
             Strided<T> src(DrawAll<T>(random, count), stride), dst(count, stride);
             Pow2<T>(dst.Data(), src.Data(), dst.Stride(), src.Stride(), count);
             for (std::size_t i = 0; i < count; ++i) {
