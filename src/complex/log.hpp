@@ -21,19 +21,27 @@
 namespace nx::complex {
 
 template <class T>
+bool IsNearUnitCircle(T magnitude) {
+    return magnitude > T{0.875} && magnitude < T{1.125};
+}
+
+/// log|z| there.
+template <class T>
+T LogNearUnitCircle(T re, T im) {
+    const T p = re * re;
+    const T q = im * im;
+    const T u = p > q ? (T{1} - p) - q : (T{1} - q) - p;
+    return T{0.5} * real::KernelLog1p(-u);
+}
+
+template <class T>
 T LogOfMagnitude(T re, T im) {
     const T m = real::KernelHypot(re, im);
     if (m > largest<T>) {
         return real::KernelLog(real::KernelHypot(T{0.5} * re, T{0.5} * im)) +
                real::LogConstants<T>::ln2;
     }
-    if (m > T{0.875} && m < T{1.125}) {
-        const T p = re * re;
-        const T q = im * im;
-        const T u = p > q ? (T{1} - p) - q : (T{1} - q) - p;
-        return T{0.5} * real::KernelLog1p(-u);
-    }
-    return real::KernelLog(m);
+    return IsNearUnitCircle(m) ? LogNearUnitCircle(re, im) : real::KernelLog(m);
 }
 
 template <class T>
@@ -120,7 +128,10 @@ Complex<T> KernelComplexLog(T re, T im) {
         return LogOfAny(re, im);
     }
     const T m = MagnitudeOfOrdinary(re, im);
-    if (IsSizeIn(m, T{0.875}, T{1.125}) || real::LogKernel::IsTiny(m)) [[unlikely]] {
+    if (IsNearUnitCircle(m)) {
+        return {LogNearUnitCircle(re, im), Angle(im, re)};
+    }
+    if (real::LogKernel::IsTiny(m)) [[unlikely]] {
         return LogOfAny(re, im);
     }
     return LogAndAngle(m, re, im);
