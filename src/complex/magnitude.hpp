@@ -36,7 +36,9 @@ template <class T>
 T MagnitudeOfOrdinary(T re, T im) {
     const T x = std::fabs(re);
     const T y = std::fabs(im);
-    return std::sqrt(real::SumOfSquares(x > y ? x : y, x > y ? y : x));
+    const T larger = x > y ? x : y;
+    const T lesser = x > y ? y : x;
+    return std::sqrt(real::SumOfSquares(larger, lesser, real::Split(larger, lesser)));
 }
 
 } // namespace nx::complex

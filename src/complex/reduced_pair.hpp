@@ -73,17 +73,18 @@ public:
 
     /// e^x - 1, for x from 0 up.
     T ExponentialLessOne() const {
-        using K = real::Expm1Kernel;
-        return K::Next(K::Next(
-            real::Expm1Expanded<T>{r[0], tail[0], lessOnePart, Bits(static_cast<T>(shifted[0]))}));
+        const T x = r[0];
+        const T rest = real::Expm1Rest(x, static_cast<T>(tail[0]), x * (x * T{0.5}), lessOnePart);
+        return real::Expm1Kernel::Sum(x, rest, Bits(static_cast<T>(shifted[0])));
     }
 
     real::SinCosResult<T> SineAndCosine() const {
         const T cosine = CosineOfRemainder();
         if (isNear) {
-            return {real::SumNearSine(static_cast<T>(r[1]), sinePart), cosine};
+            return {r[1] + real::NearSineTerm(static_cast<T>(r[1]), sinePart), cosine};
         }
-        const T sine = real::SumSine(static_cast<T>(r[1]), static_cast<T>(tail[1]), sinePart);
+        const T sine =
+            r[1] + real::SineTerm(static_cast<T>(r[1]), static_cast<T>(tail[1]), sinePart);
         const BitsOf<T> n = Bits(static_cast<T>(shifted[1]));
         const BitsOf<T> exchanged = (Bits(sine) ^ Bits(cosine)) & (BitsOf<T>{0} - (n & 1));
         return {real::FlipByQuadrant(FromBits<T>(Bits(sine) ^ exchanged), n),
@@ -178,10 +179,13 @@ HyperbolicAndCircular<T> HyperbolicSineAndCosine(T x, T y) {
     pair.template Evaluate<true>();
     const T lessOne = pair.ExponentialLessOne();
     const bool isSmall = PatternOfSize(x) < Pattern(real::HyperbolicConstants<T>::smallEnd);
-    const T forCosh = isSmall ? lessOne : pair.Exponential();
+    using real::CoshKernel;
+    using real::SinhKernel;
+    const T cosh = isSmall ? CoshKernel::FromLessOne(lessOne)
+                           : CoshKernel::FromExponential(pair.Exponential());
+    const T twice = SinhKernel::TwiceFrom(lessOne, PatternOfSize(x) < Pattern(T{1}));
     const auto [sine, cosine] = pair.SineAndCosine();
-    return {real::SinhKernel::Join(lessOne, x),
-            real::CoshKernel::Next(real::CoshExponential<T>{forCosh}), sine, cosine};
+    return {WithSignOf(T{0.5}, x) * twice, cosh, sine, cosine};
 }
 
 } // namespace nx::complex

@@ -150,7 +150,7 @@ private:
 
     template <Value V>
     static V Magnitude(Complex<V> z, i32x4& rare) {
-        using K = real::HypotKernel;
+        using K = real::HypotKernel::Near;
         return K::Next(K::First(z.re, z.im, rare));
     }
 

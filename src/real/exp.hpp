@@ -451,7 +451,6 @@ struct Expm1Kernel : Expm1Phases {
         return x - Expm1Rest(x, T{0}, h, Expm1Series(h));
     }
 
-private:
     /// The sum by k, with w = r - e:
     ///   -1 to 19 (`float` 22)    2^k * (w - (2^-k - 1)), which for -1, 0 and 1, where scaling by
     ///                            2^k is exact, has the bits of w/2 - 1/2, w and 2w + 1

@@ -175,11 +175,15 @@ struct SinhKernel : Expm1Phases {
             if (word < UpperWord(HyperbolicConstants<T>::tiny)) {
                 return x;
             }
-            const T t = KernelExpm1(a);
-            const bool below = word < UpperWord(T{1});
-            return h * (below ? (t + t) - t * t / (t + T{1}) : t / (t + T{1}) + t);
+            return h * TwiceFrom(KernelExpm1(a), word < UpperWord(T{1}));
         }
         return x != x ? x : LargeTimes(h, a);
+    }
+
+    /// 2 sinh(a) from t = e^a - 1, by the form for an a below 1 or by the other one.
+    template <class T>
+    static T TwiceFrom(T t, bool below) {
+        return below ? (t + t) - t * t / (t + T{1}) : t / (t + T{1}) + t;
     }
 
 private:
@@ -267,14 +271,24 @@ struct CoshKernel {
         const std::int32_t word = UpperWord(a);
         if (word < UpperWord(oneExponential<T>)) {
             if (word < UpperWord(C::smallEnd)) {
-                const T t = Expm1Kernel::WithoutReduction(a);
-                const T w = T{1} + t;
-                return T{1} + t * t / (w + w);
+                return FromLessOne(Expm1Kernel::WithoutReduction(a));
             }
-            const T t = KernelExp(a);
-            return t * T{0.5} + T{0.5} / t;
+            return FromExponential(KernelExp(a));
         }
         return x != x ? x * x : LargeTimes(T{0.5}, a);
+    }
+
+    /// cosh(a) from t = e^a - 1.
+    template <class T>
+    static T FromLessOne(T t) {
+        const T w = T{1} + t;
+        return T{1} + t * t / (w + w);
+    }
+
+    /// cosh(a) from t = e^a.
+    template <class T>
+    static T FromExponential(T t) {
+        return t * T{0.5} + T{0.5} / t;
     }
 
 private:
