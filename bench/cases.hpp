@@ -52,7 +52,9 @@ std::vector<Case> ComplexArithmetic();
 std::vector<Case> OneOperand();
 std::vector<Case> Selection();
 std::vector<Case> Logarithms();
-std::vector<Case> RealKernels();
+std::vector<Case> Elementary();
+std::vector<Case> Angles();
+std::vector<Case> Reciprocals();
 std::vector<Case> RealPairs();
 std::vector<Case> ComplexKernels();
 

@@ -117,7 +117,9 @@ int main(int argc, char** argv) {
     bench::RegisterAll(bench::OneOperand());
     bench::RegisterAll(bench::Selection());
     bench::RegisterAll(bench::Logarithms());
-    bench::RegisterAll(bench::RealKernels());
+    bench::RegisterAll(bench::Elementary());
+    bench::RegisterAll(bench::Angles());
+    bench::RegisterAll(bench::Reciprocals());
     bench::RegisterAll(bench::RealPairs());
     bench::RegisterAll(bench::ComplexKernels());
     benchmark::RunSpecifiedBenchmarks();

@@ -26,6 +26,9 @@ constexpr Ramp water{{190, 224, 240}, {10, 30, 88}};
 constexpr double shoreHeight = 10;
 constexpr double farHeight = 2500;
 
+/// The share of a colour that is left in the shade.
+constexpr double skyLight = 0.35;
+
 /// The logarithms of `shoreHeight` to `farHeight` as 0 to 1. What is closer to sea level counts as
 /// shore, the minus infinity of height 0 included.
 Numbers ShareOfFar(double* logarithms, unsigned long stride, unsigned long count) {
@@ -55,7 +58,7 @@ Numbers Blend(double from, double to, Numbers& share) {
 
 } // namespace
 
-Picture Paint(const Grid& grid, Logarithm& logarithm) {
+Picture Paint(const Grid& grid, Logarithm& logarithm, Numbers& shade) {
     const unsigned long count = logarithm.values.size();
     // A complex number lies in memory as its two parts, so a stride of 2 walks along one of them.
     double* const parts = reinterpret_cast<double*>(logarithm.values.data());
@@ -63,6 +66,10 @@ Picture Paint(const Grid& grid, Logarithm& logarithm) {
     Numbers wet(count);
     double pi = std::numbers::pi;
     nx::Rdivide(wet.data(), parts + 1, &pi, 1, 2, 0, count);
+
+    // Where no light comes directly, some comes from the sky.
+    Numbers light = Blend(skyLight, 1, shade);
+    double brightest = 255;
 
     Numbers colours(channels * count);
     for (std::size_t c = 0; c < channels; ++c) {
@@ -72,7 +79,9 @@ Picture Paint(const Grid& grid, Logarithm& logarithm) {
         double* const difference = wetColour.data();
         nx::Minus(difference, difference, dry, 1, 1, 1, count);
         nx::Times(difference, difference, wet.data(), 1, 1, 1, count);
-        nx::Plus(colours.data() + c, dry, difference, channels, 1, 1, count);
+        nx::Plus(dry, dry, difference, 1, 1, 1, count);
+        nx::Times(dry, dry, light.data(), 1, 1, 1, count);
+        nx::Min(colours.data() + c, dry, &brightest, channels, 1, 0, count);
     }
 
     Picture picture{grid.Columns(), grid.Rows(), {}};

@@ -2,6 +2,8 @@
 #ifndef TERRAIN_COLOUR_HPP
 #define TERRAIN_COLOUR_HPP
 
+#include <vector>
+
 #include "grid.hpp"
 #include "logarithm.hpp"
 #include "picture.hpp"
@@ -9,8 +11,9 @@
 namespace terrain {
 
 /// A pixel for each height, north at the top: the real part is the brightness, and the imaginary
-/// part, pi under water and 0 on land, the amount of the water's colour.
-Picture Paint(const Grid& grid, Logarithm& logarithm);
+/// part, pi under water and 0 on land, the amount of the water's colour. `shade` is how bright each
+/// place is beside level ground.
+Picture Paint(const Grid& grid, Logarithm& logarithm, std::vector<double>& shade);
 
 } // namespace terrain
 

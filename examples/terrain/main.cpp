@@ -1,8 +1,10 @@
-// Reads a grid of heights, takes the logarithm of every one with nx, and paints the result.
+// Reads a grid of heights, takes the logarithm of every one and the light on it with nx, and paints the
+// result.
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <stdexcept>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -10,12 +12,14 @@
 #include "grid.hpp"
 #include "logarithm.hpp"
 #include "picture.hpp"
+#include "relief.hpp"
 #include "report.hpp"
 
 int main(int argc, char** argv) {
     std::filesystem::path input;
     std::filesystem::path output = "terrain.png";
     unsigned scale = 8;
+    terrain::Light light;
 
     CLI::App app("Paints the logarithm of the heights of a terrain, land and sea floor.");
     app.add_option("grid", input, "CSV file: longitudes across, latitudes down, heights in metres")
@@ -25,11 +29,24 @@ int main(int argc, char** argv) {
         ->capture_default_str()
         ->check(CLI::Range(1, 64));
 
+    app.add_option("--azimuth", light.azimuth,
+                   "where the light comes from, in degrees clockwise from north")
+        ->capture_default_str()
+        ->check(CLI::Range(-360.0, 360.0));
+    app.add_option("--altitude", light.altitude, "the light's height above the horizon, in degrees")
+        ->capture_default_str()
+        ->check(CLI::Range(1.0, 90.0));
+    app.add_option("--exaggeration", light.exaggeration,
+                   "by how much heights are stretched; 0 gives no relief")
+        ->capture_default_str()
+        ->check(CLI::Range(0.0, 1000.0));
+
     try {
         app.parse(argc, argv);
         terrain::Grid grid = terrain::ReadGrid(input);
         terrain::Logarithm logarithm = terrain::ComputeLogarithm(grid);
-        const terrain::Picture picture = Enlarge(Paint(grid, logarithm), scale);
+        std::vector<double> shade = terrain::ComputeShade(grid, light);
+        const terrain::Picture picture = Enlarge(Paint(grid, logarithm, shade), scale);
         WritePng(picture, output);
         PrintReport(grid, logarithm);
         std::printf("\nPicture, %zu by %zu: %s\n", picture.width, picture.height, output.c_str());

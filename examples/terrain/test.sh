@@ -42,7 +42,7 @@ touch err.txt bad.csv
 
 # South: land from the shore up, real to the end. North: water, then land: the real call stops at once.
 printf '%s\n' 'north\east,1,2,3' '10,0,10,2500' '11,-1,-2500,100' >small.csv
-"$terrain" small.csv -o small.png --scale 2 >out.txt
+"$terrain" small.csv -o small.png --scale 2 --exaggeration 0 >out.txt
 expect_line out.txt 'real to the end 1 rows'
 expect_line out.txt 'stopped under water 1 rows'
 expect_line out.txt '11.0000 2.0000 -2500 m 7.82405 + 3.14159i'
@@ -53,10 +53,20 @@ expect_pixel small.png 1 1 '6 4 190 224 240'
 expect_pixel small.png 2 0 '6 4 10 30 88'
 
 sed 's/$/\r/' small.csv >crlf.csv
-"$terrain" crlf.csv -o crlf.png --scale 2 >/dev/null
+"$terrain" crlf.csv -o crlf.png --scale 2 --exaggeration 0 >/dev/null
 cmp small.png crlf.png
 
-"$terrain" "$data" >out.txt
+# A plain that falls to the east by 1 in 1: level ground keeps its colour, half a right angle of slope is
+# all light or all shade.
+printf '%s\n' 'north\east,0,0.01' '0,2500,1388.05' >slope.csv
+"$terrain" slope.csv -o lit.png --scale 1 --exaggeration 1 --azimuth 90 >/dev/null
+expect_pixel lit.png 0 0 '2 1 255 255 255'
+"$terrain" slope.csv -o dark.png --scale 1 --exaggeration 1 --azimuth 270 >/dev/null
+expect_pixel dark.png 0 0 '2 1 88 86 81'
+"$terrain" slope.csv -o level.png --scale 1 --exaggeration 1 --altitude 90 >/dev/null
+expect_pixel level.png 0 0 '2 1 202 199 188'
+
+"$terrain" "$data" --exaggeration 0 >out.txt
 expect_line out.txt 'Real logarithm of 91 rows of 120 heights'
 expect_line out.txt 'stopped under water 91 rows'
 expect_line out.txt 'at columns 0 to 9 65 rows'
@@ -91,6 +101,9 @@ expect_error '.: cannot read' .
 expect_error 'grid is required'
 expect_error '--scale' small.csv --scale 0
 expect_error '--scale' small.csv --scale many
+expect_error '--azimuth' small.csv --azimuth north
+expect_error '--altitude' small.csv --altitude 0
+expect_error '--exaggeration' small.csv --exaggeration -1
 expect_error '--colour' small.csv --colour
 expect_error 'nowhere/a.png: cannot write' small.csv -o nowhere/a.png
 expect_error '.: cannot write: not a regular file' small.csv -o .

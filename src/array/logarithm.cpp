@@ -3,33 +3,31 @@
 #include <nx/array.hpp>
 
 #include "array/domain.hpp"
-#include "core/blocks.hpp"
+#include "array/families.hpp"
 #include "core/matrix.hpp"
 
 namespace nx {
 
 using namespace array;
-using core::MapInDomain;
-using core::MapToComplex;
 using real::Log10Kernel;
 using real::Log1pKernel;
 using real::Log2Kernel;
 using real::LogKernel;
 
-NX_UNARY_FAMILY(NX_REAL, unsigned long, Log, MapInDomain<LogKernel, NotNegative>)
-NX_UNARY_FAMILY(NX_REAL, unsigned long, Log2, MapInDomain<Log2Kernel, NotNegative>)
-NX_UNARY_FAMILY(NX_REAL, unsigned long, Log10, MapInDomain<Log10Kernel, NotNegative>)
-NX_UNARY_FAMILY(NX_REAL, unsigned long, Log1p, MapInDomain<Log1pKernel, FromMinusOne>)
+constexpr auto log = [](auto re, auto im) { return array::Log(re, im); };
+constexpr auto log2 = [](auto re, auto im) { return LogInBase<Log2Kernel, Base::two>(re, im); };
+constexpr auto log10 = [](auto re, auto im) { return LogInBase<Log10Kernel, Base::ten>(re, im); };
+constexpr auto log1p = [](auto re, auto im) { return array::Log1p(re, im); };
 
-NX_TO_COMPLEX_FAMILY(NX_REAL, unsigned long, Log,
-                     MapToComplex<ComplexLogarithm<OfMagnitude<LogKernel>, NotNegative, Base::e>>)
-NX_TO_COMPLEX_FAMILY(
-    NX_REAL, unsigned long, Log2,
-    MapToComplex<ComplexLogarithm<OfMagnitude<Log2Kernel>, NotNegative, Base::two>>)
-NX_TO_COMPLEX_FAMILY(
-    NX_REAL, unsigned long, Log10,
-    MapToComplex<ComplexLogarithm<OfMagnitude<Log10Kernel>, NotNegative, Base::ten>>)
-NX_TO_COMPLEX_FAMILY(NX_REAL, unsigned long, Log1p,
-                     MapToComplex<ComplexLogarithm<Log1pOrBelow, FromMinusOne, Base::e>>)
+NX_REPORTING_FAMILY(
+    Log,
+    Reporting<NotNegative, LogKernel, log, RealLog<OfMagnitude<LogKernel>, NotNegative, Base::e>>)
+NX_REPORTING_FAMILY(Log2, Reporting<NotNegative, Log2Kernel, log2,
+                                    RealLog<OfMagnitude<Log2Kernel>, NotNegative, Base::two>>)
+NX_REPORTING_FAMILY(Log10, Reporting<NotNegative, Log10Kernel, log10,
+                                     RealLog<OfMagnitude<Log10Kernel>, NotNegative, Base::ten>>)
+NX_REPORTING_FAMILY(
+    Log1p,
+    Reporting<FromMinusOne, Log1pKernel, log1p, RealLog<Log1pOrBelow, FromMinusOne, Base::e>>)
 
 } // namespace nx

@@ -1,7 +1,11 @@
-// The logarithms of real elements as complex values.
+// The logarithms of complex elements, and of real elements as complex values.
 #ifndef NX_ARRAY_LOGARITHM_HPP
 #define NX_ARRAY_LOGARITHM_HPP
 
+#include "complex/log.hpp"
+#include "core/complex.hpp"
+#include "real/atan.hpp"
+#include "real/hypot.hpp"
 #include "real/log.hpp"
 
 namespace nx::array {
@@ -71,16 +75,73 @@ inline constexpr double piInBase<Base::ten, double> = Pinned(1.3643763538418412,
 template <>
 inline constexpr float piInBase<Base::ten, float> = Pinned(1.364376425743103f, 0x3FAEA3E3);
 
-/// A logarithm as a complex value: the kernel K gives its real part, and outside the domain D of
-/// the real function the imaginary part is pi in the base.
+/// A logarithm of a real element as a complex value: the kernel K gives its real part, and outside the
+/// domain D of the real function the imaginary part is pi in the base.
 template <class K, class D, Base base>
-struct ComplexLogarithm {
+struct RealLog {
     using Real = K;
     template <class T>
-    static T Imaginary(T x) {
-        return D::IsOutside(x) ? piInBase<base, T> : T{0};
+    static Complex<T> Value(T x, T real) {
+        return {real, D::IsOutside(x) ? piInBase<base, T> : T{0}};
     }
 };
+
+// Complex elements. A zero imaginary part counts as +0, whatever its sign.
+
+template <class T>
+Complex<T> Log(T re, T im) {
+    return complex::KernelComplexLog(re, im + T{0});
+}
+
+/// What halving z takes from its logarithm.
+template <Base base, class T>
+inline constexpr T logOfTwo = 1;
+template <>
+inline constexpr double logOfTwo<Base::ten, double> = Pinned(0.30102999566398114,
+                                                             0x3FD34413509F79FE);
+template <>
+inline constexpr float logOfTwo<Base::ten, float> = Pinned(0.3010299801826477f, 0x3E9A209A);
+
+/// The natural logarithm of the base.
+template <Base base, class T>
+inline constexpr T logOfBase = real::LogConstants<T>::ln2;
+template <>
+inline constexpr double logOfBase<Base::ten, double> = Pinned(2.302585092994046,
+                                                              0x40026BB1BBB55516);
+template <>
+inline constexpr float logOfBase<Base::ten, float> = Pinned(2.3025851249694824f, 0x40135D8E);
+
+/// The logarithm in base 2 or 10 with the real kernel K.
+template <class K, Base base, class T>
+Complex<T> LogInBase(T x, T im) {
+    const T y = im + T{0};
+    if (y == 0) {
+        return {K::Entry(Abs(x)), x < 0 ? piInBase<base, T> : T{0}};
+    }
+    const T angle = real::KernelAtan2(y, x) / logOfBase<base, T>;
+    const T m = real::KernelHypot(x, y);
+    if (m > std::numeric_limits<T>::max()) {
+        const T half = real::KernelHypot(T{0.5} * x, T{0.5} * y);
+        return {logOfTwo<base, T> + K::Entry(half), angle};
+    }
+    return {K::Entry(m), angle};
+}
+
+/// log(1 + z). Near 0, where the sum rounds, from |1 + z|^2 - 1.
+template <class T>
+Complex<T> Log1p(T x, T im) {
+    const T y = im + T{0};
+    const T w = T{1} + x;
+    if (y == 0) {
+        return x >= -1 ? Complex<T>{real::KernelLog1p(x), T{0}}
+                       : Complex<T>{real::KernelLog(Abs(w)), w < 0 ? piInBase<Base::e, T> : T{0}};
+    }
+    const T angle = real::KernelAtan2(y, w);
+    if (Abs(x) < T{0.5}) {
+        return {T{0.5} * real::KernelLog1p(x + x + x * x + y * y), angle};
+    }
+    return {complex::LogOfMagnitude(w, y), angle};
+}
 
 } // namespace nx::array
 

@@ -17,6 +17,9 @@
 //   Second(V x..., MaskOf<V>& rare)  a second range, in one step, for lanes that First marks; sets
 //                                    `rare` likewise, and may take what the phases gave after x
 //   WholeBlock(T* out, count, const T* x...)   a block of special arguments, or false
+// A kernel of one argument can also be made from another one, Inner, with one of
+//   Before(V x)                      what to give to Inner in place of x
+//   After(V result)                  what becomes of the result of Inner
 // A domain D gives D::IsOutside(T x...).
 #ifndef NX_CORE_BLOCKS_HPP
 #define NX_CORE_BLOCKS_HPP
@@ -74,6 +77,30 @@ requires HasLastingState<K, V>
 struct StateOf<K, V, Started> {
     using type = typename K::template State<V>;
 };
+
+/// A kernel that changes the argument of another one.
+template <class K, class V>
+concept BeginsBefore = requires(V v) {
+    K::Before(v);
+};
+
+/// A kernel that changes the result of another one.
+template <class K, class V>
+concept EndsAfter = requires(V v) {
+    K::After(v);
+};
+
+/// The result of one element, also of a kernel that is made from another one.
+template <class K, class T, std::same_as<T>... Elements>
+typename ResultOf<K, T>::type EntryOf(Elements... x) {
+    if constexpr (BeginsBefore<K, T>) {
+        return EntryOf<typename K::Inner, T>(K::Before(x)...);
+    } else if constexpr (EndsAfter<K, T>) {
+        return K::After(EntryOf<typename K::Inner, T>(x...));
+    } else {
+        return K::Entry(x...);
+    }
+}
 
 template <class K>
 inline constexpr unsigned long resultCount = sizeof(typename ResultOf<K, double>::type) /
@@ -177,9 +204,9 @@ unsigned PatchBySecond(ElementOf<V>* values, unsigned rare, Operands... x) {
 
 /// Puts right what the phases did not serve. Returns the index of the first element outside the
 /// domain, or `count`.
-template <class K, class D, class T, std::same_as<const T*>... Sources>
+template <class K, class T, class Outside, std::same_as<const T*>... Sources>
 [[gnu::noinline]] unsigned long PatchRare(Outputs<K, T> values, unsigned long count,
-                                          Sources... in) {
+                                          Outside isOutside, Sources... in) {
     using V = Vector<T>;
     for (unsigned long i = 0; i < count; i += Lanes<V>::count) {
         MaskOf<V> rare{};
@@ -190,7 +217,7 @@ template <class K, class D, class T, std::same_as<const T*>... Sources>
         }
         for (; bits != 0; bits &= bits - 1) {
             const unsigned long lane = i + static_cast<unsigned long>(std::countr_zero(bits));
-            if (D::IsOutside(in[lane]...)) {
+            if (isOutside(lane)) {
                 return lane;
             }
             const auto results = Separate<K, T>(K::Entry(in[lane]...));
@@ -212,10 +239,11 @@ bool IsNear(Sources... in) {
     return !Any<V>(outside);
 }
 
-/// Values of K for one block: whole vectors, at most `blockVectors`. Writes the elements before the
-/// first one outside the domain, none after it, and returns their number. `out` may be a source.
-template <class K, class D, class T, std::same_as<const T*>... Sources>
-unsigned long EvaluateBlock(Outputs<K, T> out, unsigned long count, Sources... in) {
+/// Values of a kernel that is not made from another one, for one block; see `EvaluateBlock`. Whether
+/// element i is outside the domain is told by isOutside(i).
+template <class K, class T, class Outside, std::same_as<const T*>... Sources>
+unsigned long EvaluateKernel(Outputs<K, T> out, unsigned long count, Outside isOutside,
+                             Sources... in) {
     if constexpr (requires { K::WholeBlock(out[0], count, in...); }) {
         if (K::WholeBlock(out[0], count, in...)) {
             return count;
@@ -233,11 +261,48 @@ unsigned long EvaluateBlock(Outputs<K, T> out, unsigned long count, Sources... i
     if (EvaluatePhases<K, T>(out, &elsewhere, count, in...)) [[likely]] {
         return count;
     }
-    const unsigned long done = PatchRare<K, D, T>(elsewhere, count, in...);
+    const unsigned long done = PatchRare<K, T>(elsewhere, count, isOutside, in...);
     for (unsigned long k = 0; k < out.size(); ++k) {
         std::copy_n(values[k], done, out[k]);
     }
     return done;
+}
+
+/// The same for any kernel.
+template <class K, class T, class Outside, std::same_as<const T*>... Sources>
+unsigned long EvaluateAny(Outputs<K, T> out, unsigned long count, Outside isOutside,
+                          Sources... in) {
+    using V = Vector<T>;
+    constexpr unsigned long lanes = Lanes<V>::count;
+    if constexpr (BeginsBefore<K, V>) {
+        T arguments[blockElements<T>];
+        for (unsigned long i = 0; i < count; i += lanes) {
+            Store(arguments + i, K::Before(Load<V>(in + i)...));
+        }
+        return EvaluateAny<typename K::Inner, T>(out, count, isOutside,
+                                                 static_cast<const T*>(arguments));
+    } else if constexpr (EndsAfter<K, V>) {
+        const unsigned long done = EvaluateAny<typename K::Inner, T>(out, count, isOutside, in...);
+        T* const p = out[0];
+        unsigned long i = 0;
+        for (; done - i >= lanes; i += lanes) {
+            Store(p + i, K::After(Load<V>(p + i)));
+        }
+        for (; i < done; ++i) {
+            p[i] = K::After(p[i]);
+        }
+        return done;
+    } else {
+        return EvaluateKernel<K, T>(out, count, isOutside, in...);
+    }
+}
+
+/// Values of K for one block: whole vectors, at most `blockVectors`. Writes the elements before the
+/// first one outside the domain, none after it, and returns their number. `out` may be a source.
+template <class K, class D, class T, std::same_as<const T*>... Sources>
+unsigned long EvaluateBlock(Outputs<K, T> out, unsigned long count, Sources... in) {
+    return EvaluateAny<K, T>(
+        out, count, [=](unsigned long i) { return D::IsOutside(in[i]...); }, in...);
 }
 
 /// An array on its way through its elements.
@@ -330,7 +395,7 @@ unsigned long MapBlocks(unsigned long count, std::array<Walk<TDst>, resultCount<
         if (D::IsOutside(sources.Element()...)) {
             return count;
         }
-        const auto results = Separate<K, W>(K::Entry(sources.Element()...));
+        const auto results = Separate<K, W>(EntryOf<K, W>(sources.Element()...));
         for (unsigned long k = 0; k < dst.size(); ++k) {
             *dst[k].p = static_cast<TDst>(results[k]);
             dst[k].Step(1);
@@ -373,8 +438,8 @@ void MapPairs(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aS
     MapPairsInDomain<K, Everywhere>(dst, a, b, dstStride, aStride, bStride, count);
 }
 
-/// A family from real elements to complex ones: the kernel F::Real gives the real part of every
-/// element, F::Imaginary(x) the imaginary one. Never stops: returns 0.
+/// A family from real elements to complex ones: F::Value(x, the value of the kernel F::Real at x).
+/// Never stops: returns 0.
 template <class F, class T>
 unsigned long MapToComplex(std::complex<T>* dst, T* src, unsigned long dstStride,
                            unsigned long srcStride, unsigned long count) {
@@ -387,7 +452,8 @@ unsigned long MapToComplex(std::complex<T>* dst, T* src, unsigned long dstStride
         MapBlocks<typename F::Real, Everywhere, T>(n, std::array{Walk<T>(values, 1)},
                                                    BlockSource<T, const T>(in, 1));
         for (unsigned long i = 0; i < n; ++i) {
-            *to.p = {values[i], F::Imaginary(in[i])};
+            const Complex<T> z = F::Value(in[i], values[i]);
+            *to.p = {z.re, z.im};
             to.Step(1);
         }
         source.walk.Step(n);

@@ -361,6 +361,14 @@ inline f32x4 Greater(f32x4 a, f32x4 b) {
     return (f32x4)_mm_max_ps((__m128)b, (__m128)a);
 }
 
+/// The entries of a table at indices that are in it.
+inline f64x2 Gather(const double* table, u64x2 index) {
+    return f64x2{table[index[0]], table[index[1]]};
+}
+inline f32x4 Gather(const float* table, u32x4 index) {
+    return f32x4{table[index[0]], table[index[1]], table[index[2]], table[index[3]]};
+}
+
 } // namespace nx::core
 
 #endif

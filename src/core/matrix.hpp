@@ -125,6 +125,20 @@
     NX_UNARY_TEMPLATE(Result, Family, bool, __VA_ARGS__)                                           \
     LIST(NX_PREDICATE_MEMBER, Result, Family)
 
+// dst1[i] and dst2[i] from src[i].
+
+#define NX_TWO_RESULTS_MEMBER(Result, Family, T)                                                   \
+    template NX_API Result Family<T>(T*, T*, T*, unsigned long, unsigned long, unsigned long,      \
+                                     unsigned long);
+
+#define NX_TWO_RESULTS_FAMILY(LIST, Result, Family, ...)                                           \
+    template <class T>                                                                             \
+    Result Family(T* dst1, T* dst2, T* src, unsigned long dst1Stride, unsigned long dst2Stride,    \
+                  unsigned long srcStride, unsigned long count) {                                  \
+        return __VA_ARGS__(dst1, dst2, src, dst1Stride, dst2Stride, srcStride, count);             \
+    }                                                                                              \
+    LIST(NX_TWO_RESULTS_MEMBER, Result, Family)
+
 // Complex dst[i] from real src[i].
 
 #define NX_TO_COMPLEX_MEMBER(Result, Family, T)                                                    \
@@ -138,5 +152,12 @@
         return __VA_ARGS__(dst, src, dstStride, srcStride, count);                                 \
     }                                                                                              \
     LIST(NX_TO_COMPLEX_MEMBER, Result, Family)
+
+// All members of a family that reports where its real domain ends. The row gives the loops
+// `OfOneType` on elements of one type and `OfReal` from real elements to complex ones.
+
+#define NX_REPORTING_FAMILY(Family, ...)                                                           \
+    NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, unsigned long, Family, __VA_ARGS__::OfOneType)            \
+    NX_TO_COMPLEX_FAMILY(NX_REAL, unsigned long, Family, __VA_ARGS__::OfReal)
 
 #endif

@@ -1,5 +1,5 @@
 // Arrays up against pages that fault: no family reads or writes one element too far.
-#include "array/domain_cases.hpp"
+#include "array/elementary_cases.hpp"
 #include "elementwise/arithmetic_cases.hpp"
 #include "elementwise/unary_cases.hpp"
 #include "minmax/selection_cases.hpp"
@@ -81,11 +81,11 @@ void CheckBinaryInPlace(const char* name, BinaryCall<T, T, T> call, T x = 3, T y
     }
 }
 
-// 2 goes through the lanes, 0 through what is done singly.
+// 2 goes through the lanes, 0 through what is done singly, where a family takes them.
 template <class TDst, class TSrc, class Call>
-void CheckUnary(const char* name, Call call) {
+void CheckUnary(const char* name, Call call, const std::vector<TSrc>& elements = {2, 0}) {
     const GuardedPages dstPage, srcPage;
-    for (TSrc x : {TSrc{2}, TSrc{0}}) {
+    for (TSrc x : elements) {
         TDst want{};
         call(&want, &x, 1, 1, 1);
         const TDst neither = std::is_same_v<TDst, bool> ? TDst(want == TDst{}) : TDst(0.5);
@@ -114,14 +114,14 @@ void CheckUnary(const char* name, Call call) {
 
 /// The element that stops is the last one before the guard, and in place.
 template <class T>
-void CheckUnaryStop(const char* name, UnaryCall<T, T> call) {
+void CheckUnaryStop(const char* name, UnaryCall<T, T> call, T inside, T outside) {
     const GuardedPages page;
     for (const long stride : {1L, 2L, -1L}) {
         for (const Placement place : placements) {
             for (std::size_t count = 1; count <= mostElements; ++count) {
                 T* array = page.Place<T>(count, stride, place);
-                Fill(array, count, stride, T{1});
-                array[static_cast<long>(count - 1) * stride] = T{-2};
+                Fill(array, count, stride, inside);
+                array[static_cast<long>(count - 1) * stride] = outside;
                 ASSERT_EQ(call(array, array, AsStride(stride), AsStride(stride), count), 1u)
                     << name;
             }
@@ -161,11 +161,19 @@ TYPED_TEST(GuardPages, HoldForSelectionInPlace) {
     }
 }
 
-TYPED_TEST(GuardPages, HoldForDomainReporting) {
-    for (const auto& row : domainCases<TypeParam>) {
-        CheckUnary<TypeParam, TypeParam>(row.name, row.real);
-        CheckUnary<std::complex<TypeParam>, TypeParam>(row.name, row.toComplex);
-        CheckUnaryStop(row.name, row.real);
+TYPED_TEST(GuardPages, HoldForElementaryFamilies) {
+    using T = TypeParam;
+    using C = std::complex<T>;
+    for (const auto& row : ElementaryCases<T>()) {
+        std::vector<T> inside = {T{2}, T{0.5}, T{0}};
+        std::erase_if(inside, row.isOutside);
+        CheckUnary<T, T>(row.name, row.real, inside);
+        CheckUnary<C, C>(row.name, row.complex);
+        if (row.toComplex != nullptr) {
+            CheckUnary<C, T>(row.name, row.toComplex);
+            const T outside = row.isOutside(T{-2}) ? T{-2} : T{0.25};
+            CheckUnaryStop<T>(row.name, row.real, inside.front(), outside);
+        }
     }
 }
 
