@@ -55,17 +55,6 @@ TDst ToElement(Complex<W> z) {
     return {static_cast<T>(z.re), static_cast<T>(z.im)};
 }
 
-/// Stores an element, a complex one part by part: as a whole it goes through memory a second time.
-template <class T>
-void StoreElement(T* p, T x) {
-    if constexpr (ComplexElement<T>) {
-        p->real(x.real());
-        p->imag(x.imag());
-    } else {
-        *p = x;
-    }
-}
-
 // Elements in lanes of a precision at least theirs: as parts, in the order in which they lie in
 // memory, or as pairs, all real parts in one vector and all imaginary ones in another.
 

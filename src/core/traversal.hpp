@@ -130,7 +130,7 @@ private:
 template <class Op, class TDst, class... S>
 void ElementLoop(TDst* dst, unsigned long first, unsigned long last, S... sources) {
     for (unsigned long i = first; i < last; ++i) {
-        StoreElement(dst + i, Op::template Apply<TDst>(sources.Element(i)...));
+        dst[i] = Op::template Apply<TDst>(sources.Element(i)...);
     }
 }
 
@@ -225,7 +225,7 @@ template <class Op, class V, class TDst, class... S>
         StorePairs(dst + i, z);
         for (unsigned left = bits; left != 0; left &= left - 1) {
             const int lane = std::countr_zero(left);
-            StoreElement(dst + i + lane, singly[lane]);
+            dst[i + static_cast<unsigned long>(lane)] = singly[lane];
         }
     }
 }
@@ -309,9 +309,39 @@ void GeneralLoop(TDst* dst, const TSrc* src, unsigned long dstStride, unsigned l
     const unsigned long dstBytes = dstStride * sizeof(TDst);
     const unsigned long srcBytes = srcStride * sizeof(TSrc);
     for (; count != 0; --count) {
-        StoreElement(dst, Op::template Apply<TDst>(*src));
+        *dst = Op::template Apply<TDst>(*src);
         dst = Advance(dst, dstBytes);
         src = Advance(src, srcBytes);
+    }
+}
+
+template <class T>
+const T* Gather(T* adjacent, const T* from, unsigned long bytes, unsigned long count) {
+    for (unsigned long i = 0; i < count; ++i) {
+        adjacent[i] = *from;
+        from = Advance(from, bytes);
+    }
+    return from;
+}
+
+/// By adjacent copies of elements that lanes serve much faster than one by one.
+template <class Op, class TDst, class TA, class TB>
+void GatheringLoop(TDst* dst, const TA* a, const TB* b, unsigned long dstBytes,
+                   unsigned long aBytes, unsigned long bBytes, unsigned long count) {
+    constexpr unsigned long most = 32;
+    TDst results[most];
+    TA fromA[most];
+    TB fromB[most];
+    while (count != 0) {
+        const unsigned long n = std::min(count, most);
+        a = Gather(fromA, a, aBytes, n);
+        b = Gather(fromB, b, bBytes, n);
+        AdjacentLoop<Op, Source::moving, Source::moving>(results, n, fromA, fromB);
+        for (unsigned long i = 0; i < n; ++i) {
+            *dst = results[i];
+            dst = Advance(dst, dstBytes);
+        }
+        count -= n;
     }
 }
 
@@ -321,11 +351,15 @@ void GeneralLoop(TDst* dst, const TA* a, const TB* b, unsigned long dstStride,
     const unsigned long dstBytes = dstStride * sizeof(TDst);
     const unsigned long aBytes = aStride * sizeof(TA);
     const unsigned long bBytes = bStride * sizeof(TB);
-    for (; count != 0; --count) {
-        StoreElement(dst, Op::template Apply<TDst>(*a, *b));
-        dst = Advance(dst, dstBytes);
-        a = Advance(a, aBytes);
-        b = Advance(b, bBytes);
+    if constexpr (HasAllLanes<Op> && WorksOnPairs<Op, WorkingType<TA, TB>, TA, TB>) {
+        GatheringLoop<Op>(dst, a, b, dstBytes, aBytes, bBytes, count);
+    } else {
+        for (; count != 0; --count) {
+            *dst = Op::template Apply<TDst>(*a, *b);
+            dst = Advance(dst, dstBytes);
+            a = Advance(a, aBytes);
+            b = Advance(b, bBytes);
+        }
     }
 }
 

@@ -195,8 +195,9 @@ TYPED_TEST_SUITE(GuardPagesOfElements, Elements);
 
 template <class TDst, class T>
 void CheckElementCase(const ElementCase<TDst, T>& row) {
-    CheckUnary<TDst, T>(row.name, [&](auto... x) {
-        row.call(x...);
+    CheckUnary<TDst, T>(row.name, [&](TDst* dst, T* src, unsigned long dstStride,
+                                      unsigned long srcStride, unsigned long count) {
+        row.call(dst, src, dstStride, srcStride, count);
         return 0ul;
     });
 }
