@@ -198,10 +198,21 @@ Complex<V> ApplyToPairs(V& doubt, Operands... x) {
         return Op::OfPairs(x..., doubt);
     } else if constexpr (requires { Op::OfPairs(AsPair(x)..., doubt); }) {
         return Op::OfPairs(AsPair(x)..., doubt);
+    } else if constexpr (requires { Op::OfPair(x...); }) {
+        return Op::OfPair(x...);
     } else {
         return Op::OfPair(AsPair(x)...);
     }
 }
+
+/// An Op that may leave lanes in doubt.
+template <class Op, class V, class... Operands>
+concept HasDoubts = requires(V doubt, Operands... x) {
+    Op::OfPairs(x..., doubt);
+}
+|| requires(V doubt, Operands... x) {
+    Op::OfPairs(AsPair(x)..., doubt);
+};
 
 /// Where lanes do not serve.
 template <Value V>
@@ -239,8 +250,10 @@ template <class Op, class V, unsigned long group, class TDst, class... S>
     for (unsigned long j = 0; j < group; ++j) {
         results[j] = ApplyToPairs<Op>(doubt, sources.From(i + j * lanes)...);
     }
-    if (Any<V>(IsDoubtful(doubt))) [[unlikely]] {
-        return RarePairs<Op, V>(dst, i, i + group * lanes, sources...);
+    if constexpr (HasDoubts<Op, V, decltype(sources.From(i))...>) {
+        if (Any<V>(IsDoubtful(doubt))) [[unlikely]] {
+            return RarePairs<Op, V>(dst, i, i + group * lanes, sources...);
+        }
     }
     for (unsigned long j = 0; j < group; ++j) {
         StorePairs(dst + i + j * lanes, results[j]);

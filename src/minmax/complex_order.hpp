@@ -84,17 +84,14 @@ struct ByMagnitudeAndPhase {
     using Working = WorkingType<TA, TB>;
 
     template <Value V>
-    static MaskOf<V> KeepsFirst(Complex<V> a, Complex<V> b) {
+    [[gnu::always_inline]] static MaskOf<V> KeepsFirst(Complex<V> a, Complex<V> b) {
         const V sa = a.re * a.re + a.im * a.im;
         const V sb = b.re * b.re + b.im * b.im;
         const MaskOf<V> keeps = ClearlyBefore(sa, sb);
-        const MaskOf<V> takes = ClearlyBefore(sb, sa);
-        if (AllHold(keeps | takes)) [[likely]] {
+        if (AllHold(keeps | ClearlyBefore(sb, sa))) [[likely]] {
             return keeps;
         }
-        const MaskOf<V> settled =
-            keeps | KeepsByNaN<policy>(sa, sb) | (Equal(a.re, b.re) & Equal(a.im, b.im));
-        return KeepsFirstBeyondSquares(a, b, settled, settled | takes | IsNaN(sa) | IsNaN(sb));
+        return KeepsFirstBeyondSquares(a, b, sa, sb);
     }
 
 private:
@@ -112,15 +109,24 @@ private:
                                                 : Less(y * C::factor + C::least, x);
     }
 
-    template <std::floating_point T>
-    static int KeepsFirstBeyondSquares(Complex<T> a, Complex<T> b, int keeps, int settled) {
-        return settled ? keeps : ComplexPick<direction>(a, b);
+    /// What equal values and NaN decide is settled first.
+    template <Value V>
+    [[gnu::noinline]] static MaskOf<V> KeepsFirstBeyondSquares(Complex<V> a, Complex<V> b, V sa,
+                                                               V sb) {
+        const MaskOf<V> keeps = ClearlyBefore(sa, sb) | KeepsByNaN<policy>(sa, sb) |
+                                (Equal(a.re, b.re) & Equal(a.im, b.im));
+        const MaskOf<V> settled = keeps | ClearlyBefore(sb, sa) | IsNaN(sa) | IsNaN(sb);
+        return AllHold(settled) ? keeps : Settle(a, b, keeps, settled);
+    }
+
+    template <class T>
+    static int Settle(Complex<T> a, Complex<T> b, int, int) {
+        return ComplexPick<direction>(a, b);
     }
 
     /// Lanes serve the magnitudes and phases that are not rare.
     template <Value V>
-    [[gnu::noinline]] static i32x4 KeepsFirstBeyondSquares(Complex<V> a, Complex<V> b, i32x4 keeps,
-                                                           i32x4 settled) {
+    static i32x4 Settle(Complex<V> a, Complex<V> b, i32x4 keeps, i32x4 settled) {
         i32x4 rare{};
         const auto settleBy = [&](V keyA, V keyB) {
             const i32x4 differ = NotEqual(keyA, keyB) & ~(settled | SpreadUpper<V>(rare));
@@ -128,7 +134,7 @@ private:
             settled |= differ;
             return AllHold(settled);
         };
-        if (AllHold(settled) || settleBy(Magnitude(a, rare), Magnitude(b, rare)) ||
+        if (settleBy(Magnitude(a, rare), Magnitude(b, rare)) ||
             settleBy(Phase(a, rare), Phase(b, rare))) {
             return keeps;
         }

@@ -89,9 +89,8 @@ struct Choice : Rule {
 
     static constexpr unsigned long pairsAtOnce = 1;
 
-    /// Serves all lanes.
-    template <class C, Value V>
-    static Complex<V> OfPairs(const C& a, const C& b, V&) {
+    template <class C>
+    static auto OfPair(const C& a, const C& b) {
         return Select(C::template KeepsFirst<Rule>(a, b), a.stored, b.stored);
     }
 
