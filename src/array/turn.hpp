@@ -90,14 +90,14 @@ template <class T>
 struct ExactValues;
 template <>
 struct ExactValues<double> {
-    static constexpr double sin15 = 0.25881904510252074;
-    static constexpr double sin45 = 0.7071067811865476;
-    static constexpr double sin60 = 0.8660254037844386;
-    static constexpr double sin75 = 0.9659258262890683;
-    static constexpr double tan15 = 0.2679491924311227;
-    static constexpr double tan30 = 0.5773502691896257;
-    static constexpr double tan60 = 1.7320508075688772;
-    static constexpr double tan75 = 3.732050807568877;
+    static constexpr double sin15 = Pinned(0.25881904510252074, 0x3FD0907DC1930690);
+    static constexpr double sin45 = Pinned(0.7071067811865476, 0x3FE6A09E667F3BCD);
+    static constexpr double sin60 = Pinned(0.8660254037844386, 0x3FEBB67AE8584CAA);
+    static constexpr double sin75 = Pinned(0.9659258262890683, 0x3FEEE8DD4748BF15);
+    static constexpr double tan15 = Pinned(0.2679491924311227, 0x3FD126145E9ECD56);
+    static constexpr double tan30 = Pinned(0.5773502691896257, 0x3FE279A74590331C);
+    static constexpr double tan60 = Pinned(1.7320508075688772, 0x3FFBB67AE8584CAA);
+    static constexpr double tan75 = Pinned(3.732050807568877, 0x400DDB3D742C2655);
 };
 template <>
 struct ExactValues<float> {
@@ -287,12 +287,9 @@ struct AnglePhases {
         const V head = s.angle.rest * Unit::template head<T>;
         const V tail = s.angle.rest * Unit::template tail<T>;
         const V cosine = real::SumCosine(head, tail, s.p);
-        V sine = head + real::SineTerm(head, tail, s.r);
-        if constexpr (Unit::template tail<T> / Unit::template head<T> < T{-0x1p-26f}) {
-            // A tail as large as this one would count even next to a tiny head.
-            const MaskOf<V> tiny = Less(Abs(head), Broadcast<V>(real::SineConstants<T>::tiny));
-            sine = Select(tiny, head, sine);
-        }
+        const V sine = head + real::SineTerm(head, tail, s.r);
+        // Next to 0, where the sine of one value is head, the sum is head too: what it adds is below half
+        // a place.
         const V value = Select(real::IsOdd<V>(quarters), cosine, sine);
         return Select(IsNaN(s.angle.exact), real::FlipByQuadrant(value, quarters), s.angle.exact);
     }
