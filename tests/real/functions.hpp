@@ -157,8 +157,9 @@ std::vector<UnaryFunction<T>> MakeUnaryFunctions() {
     constexpr double beforeOne = 1 - Limits::epsilon() / 2;
     constexpr double ln2 = 0.6931471805599453;
     using Row = UnaryFunction<T>;
-    const std::vector<double> sineEnds = {0x1p-149, 0x1p-27, 0.75, 2.5,   -2.5,
-                                          -50,      50,      1000, -1000, -most};
+    // Where `float` makes do with one step of the reduction, a range next to 7/2 pi.
+    const std::vector<double> sineEnds = {0x1p-149, 0x1p-27, 0.75, 2.5,  -2.5,  -50,
+                                          10.995,   10.996,  50,   1000, -1000, -most};
     const std::vector<double> logEnds = {least, normal, 0.5, 1, 2, 1000, most};
     constexpr double expLeast = Of<T>(-745.13, -103.27), expNormal = Of<T>(-708.4, -87.34);
     constexpr double expEnd = Of<T>(709.7827, 88.7228), sinhEnd = Of<T>(710.4758, 89.4159);
@@ -188,14 +189,17 @@ std::vector<UnaryFunction<T>> MakeUnaryFunctions() {
             {-0x1p10, -1, -0.34, -0x1p-54, 0x1p-54, 0.34, 1, expEnd},
             {0.80, 0.82, 0.78, 0.77, 0.89, 0.84}, {0.80, 0.81, 0.80, 0.76, 0.84, 0.82}),
         Row(real::SinKernel{}, "sin", Of<T>(nxDoubleScalarSin, nxSingleScalarSin), reference::Sine,
-            mpfr_sin, angles, SineThresholds<T>(), sineEnds, {0.14, 0.72, 0.89, 0.88, 0.89, 0.89},
-            {0.06, 0.74, 0.88, 1.11, 0.87, 0.89}, true),
+            mpfr_sin, angles, SineThresholds<T>(), sineEnds,
+            {0.14, 0.72, 0.89, 0.88, 0.54, 0.88, 0.89, 0.89},
+            {0.06, 0.74, 0.88, 1.11, 0.54, 1.11, 0.87, 0.89}, true),
         Row(real::CosKernel{}, "cos", Of<T>(nxDoubleScalarCos, nxSingleScalarCos),
             reference::Cosine, mpfr_cos, angles, SineThresholds<T>(), sineEnds,
-            {0.30, 0.86, 0.86, 0.89, 0.88, 0.87}, {0.06, 0.85, 0.88, 1.34, 0.87, 0.89}, true),
+            {0.30, 0.86, 0.86, 0.89, 0.54, 0.89, 0.88, 0.87},
+            {0.06, 0.85, 0.88, 1.34, 1.11, 1.34, 0.87, 0.89}, true),
         Row(real::TanKernel{}, "tan", Of<T>(nxDoubleScalarTan, nxSingleScalarTan),
             reference::Tangent, mpfr_tan, angles, SineThresholds<T>(), sineEnds,
-            {0.21, 0.82, 0.86, 0.87, 0.90, 0.92}, {0.06, 0.83, 1.18, 1.41, 0.90, 0.95}, true),
+            {0.21, 0.82, 0.86, 0.87, 0.54, 0.87, 0.90, 0.92},
+            {0.06, 0.83, 1.18, 1.41, 2.13, 1.41, 0.90, 0.95}, true),
         Row(real::AsinKernel{}, "asin", Of<T>(nxDoubleScalarAsin, nxSingleScalarAsin),
             reference::Asin, mpfr_asin, unitNumbers, asinThresholds,
             {least, 0x1p-27, 0.25, 0.5, 0.975, -0.975, -1}, {0.14, 0.58, 0.72, 0.92, 0.71},
