@@ -7,6 +7,7 @@
 #include <nx/complex.hpp>
 #include <nx/elementwise.hpp>
 #include <nx/errors.hpp>
+#include <nx/integer.hpp>
 #include <nx/minmax.hpp>
 #include <nx/real.hpp>
 #include <nx/types.hpp>

@@ -33,6 +33,12 @@ def flat_name(prototype):
     return match and match[1]
 
 
+def symbol_name(prototype):
+    """What `nm` shows: the result type belongs to the symbols of templates only."""
+    plain = re.fullmatch(r"[\w ]+ (nx::\w+\(.*\))", prototype)
+    return flat_name(prototype) or (plain[1] if plain else prototype)
+
+
 def differences(title, wanted, found):
     for symbol in sorted(wanted - found):
         yield f"{title}: missing: {symbol}"
@@ -50,7 +56,7 @@ def main(list_file, nm, library, flat_header):
     declared = set(re.findall(r"^NX_API\b[^;(]*?(\w+)\(", header, re.MULTILINE))
 
     flat = {name for name in map(flat_name, prototypes) if name}
-    symbols = {flat_name(p) or p for p in prototypes} | set(exception_symbols())
+    symbols = {symbol_name(p) for p in prototypes} | set(exception_symbols())
     faults = [*differences("library", symbols, exported), *differences("flat.h", flat, declared)]
     if len(set(prototypes)) != len(prototypes):
         faults.append("list: a prototype stands twice")

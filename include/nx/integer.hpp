@@ -1,0 +1,86 @@
+// Saturating arithmetic over strided arrays of integers.
+//
+// T is one of `signed char`, `unsigned char`, `short`, `unsigned short`, `int`, `unsigned int`, `long`
+// and `unsigned long`. The shape of a call is that of every two-operand family of nx, described in
+// <nx/elementwise.hpp>. Each operand is an array of T or, in one position, of `double`; strides of a
+// `double` array count its own elements.
+//
+// - No result wraps: it stops at the limits of T.
+// - A `double` becomes an integer by one rule: the nearest, halves away from zero, the limit beyond it,
+//   and 0 for a NaN.
+// - Types of at most 32 bits meet `double` in `double`, and the result is rounded once. `long` and
+//   `unsigned long` meet it in exact integer arithmetic, but for what is said at a family.
+// - One integral `double` for the whole array (stride 0, an element of T, not -0.0) is taken as an
+//   integer, which is faster and in rare cases gives another result than an array of the same value.
+//   This operand is read even for a `count` of 0.
+#ifndef NX_INTEGER_HPP
+#define NX_INTEGER_HPP
+
+#include <nx/types.hpp>
+
+namespace nx {
+
+/// Sum `a + b`. One `double` for the whole array is rounded first wherever it is no half, or close to
+/// one.
+template <class T>
+NX_API void IntVectorPlus(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                          unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorPlus(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                          unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorPlus(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                          unsigned long bStride, unsigned long count);
+
+/// Difference `a - b`, with the rule of `IntVectorPlus` for one `double`.
+template <class T>
+NX_API void IntVectorMinus(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMinus(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMinus(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+
+/// Product `a * b`.
+template <class T>
+NX_API void IntVectorTimes(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorTimes(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorTimes(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+
+// Exact arithmetic of a 64-bit integer and a `double`, rounded once: to nearest, halves away from zero,
+// saturated. An infinity gives a limit and a NaN 0, but for what is said at a function.
+
+/// `a + x`.
+NX_API long IntPlusFtorIMPL(long a, double x);
+NX_API unsigned long IntPlusFtorIMPL(unsigned long a, double x);
+
+/// `a * x`, and 0 for an x that is not positive or below 2^-64. A product that is rounded up to 2^64
+/// gives 0.
+NX_API unsigned long IntTimesFtorIMPL(unsigned long a, double x);
+
+/// `a / x`, and 0 for a negative, infinite or NaN x. By +0 a positive `a` gives the highest number, by
+/// -0 it gives 0; `0 / 0` is 0.
+NX_API unsigned long IntRdivideFtorIMPL(unsigned long a, double x);
+
+/// `x / b`, and 0 for an x that is not positive. By 0 a positive x gives the highest number.
+NX_API unsigned long IntRdivideFtorIMPL(double x, unsigned long b);
+
+/// The remainder r of a divided by x, or `x - r` if `complement` is true; x is positive and finite and
+/// a is not 0. The complement of a zero r is 0 for an x below 2^52, and x from there on; from
+/// 2^64 on every complement is the highest number.
+NX_API unsigned long IntRemModFtorIMPL(unsigned long a, double x, bool complement);
+
+/// The remainder of x divided by b; x is positive and finite and b is not 0. A rounded remainder may
+/// be b.
+NX_API unsigned long IntRemModFtorIMPL(double x, unsigned long b);
+
+} // namespace nx
+
+#endif

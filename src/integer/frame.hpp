@@ -1,0 +1,291 @@
+// The frame of the integer families: three forms of operands, and how arrays are walked.
+//
+// A family is a class R that states its rules; `Forms<R>` has the three forms for all types.
+//   R::Same(T a, T b)                 the element of two integers
+//   R::Real<T, form>(V a, V b)        the element of an integer and a `double`, before it is rounded to
+//                                     a T of at most 32 bits; V is `double`, and f64x2 if the rule is
+//                                     straight-line code for lanes
+//   R::Exact(a, b)                    the same for T of 64 bits, for both orders of the operands
+//   R::Collapses<T>(double x)         whether one x for the whole array becomes an integer
+//   R::Blocks<T>(a, b)                `Same` on blocks, for the types that have a wide path
+//   R::isShort                        whether that is so little code that its loop is unrolled
+// A family has a header of its own with R, and its source file ends in one row of matrix.hpp, which
+// defines and instantiates the public templates. Declare them in <nx/integer.hpp>, and add the family
+// to the tables of tests/integer and of the benchmark.
+//
+// Blocks and elements give the same results; strides, alignment and count alone decide which is used.
+#ifndef NX_INTEGER_FRAME_HPP
+#define NX_INTEGER_FRAME_HPP
+
+#include <algorithm>
+#include <cstdint>
+
+#include "core/traversal.hpp"
+#include "integer/lanes.hpp"
+#include "integer/saturate.hpp"
+
+namespace nx::integer {
+
+/// What the operands are; the element of the result is always an integer.
+enum class Form { same, doubleFirst, doubleSecond };
+
+/// One element of a family, in all forms.
+template <class R>
+struct Element {
+    template <Integer T>
+    static T Apply(T a, T b) {
+        return R::Same(a, b);
+    }
+    template <Narrow T>
+    static T Apply(double a, T b) {
+        return SaturateRound<T>(R::template Real<T, Form::doubleFirst>(a, static_cast<double>(b)));
+    }
+    template <Narrow T>
+    static T Apply(T a, double b) {
+        return SaturateRound<T>(R::template Real<T, Form::doubleSecond>(static_cast<double>(a), b));
+    }
+    template <Long T>
+    static T Apply(double a, T b) {
+        return R::Exact(a, b);
+    }
+    template <Long T>
+    static T Apply(T a, double b) {
+        return R::Exact(a, b);
+    }
+};
+
+// The elements of a block. An operand is a block of integers, or their number of `double`.
+
+template <class T>
+using Reals = Spread<T, f64x2>;
+
+template <Integer T>
+Block<T> LoadOperand(const T* p) {
+    return LoadBlock(p);
+}
+template <Narrow T>
+Reals<T> LoadOperand(const double* p) {
+    Reals<T> operand;
+    for (f64x2& part : operand.part) {
+        part = Load<f64x2>(p);
+        p += Lanes<f64x2>::count;
+    }
+    return operand;
+}
+
+template <class R, class T>
+concept HasBlocks = requires(Block<T> v) {
+    R::template Blocks<T>(v, v);
+};
+template <class R, class T>
+concept HasRealLanes = Narrow<T> && requires(f64x2 v) {
+    R::template Real<T, Form::doubleFirst>(v, v);
+};
+
+template <class R, Form form, class T>
+Block<T> ApplyReal(Reals<T> a, const Reals<T>& b) {
+    for (unsigned long j = 0; j < Reals<T>::count; ++j) {
+        a.part[j] = R::template Real<T, form>(a.part[j], b.part[j]);
+    }
+    return SaturateRound<T>(a);
+}
+
+template <class R, class T>
+Block<T> ApplyBlocks(Block<T> a, Block<T> b) {
+    return R::template Blocks<T>(a, b);
+}
+template <class R, class T>
+Block<T> ApplyBlocks(const Reals<T>& a, Block<T> b) {
+    return ApplyReal<R, Form::doubleFirst, T>(a, ToLanes<T, f64x2>(b));
+}
+template <class R, class T>
+Block<T> ApplyBlocks(Block<T> a, const Reals<T>& b) {
+    return ApplyReal<R, Form::doubleSecond, T>(ToLanes<T, f64x2>(a), b);
+}
+
+/// A source of the block loop: adjacent elements from `p` on, of which `step` for each element of the
+/// result are passed. With a step of 0 they serve every block.
+template <class T>
+struct Adjacent {
+    const T* p;
+    unsigned long step;
+
+    void Pass(unsigned long count) {
+        p += step * count;
+    }
+};
+
+/// Out of line, since every shape needs it.
+template <class R, class T, class TA, class TB>
+[[gnu::noinline]] void GeneralLoop(T* dst, const TA* a, const TB* b, unsigned long dstStride,
+                                   unsigned long aStride, unsigned long bStride,
+                                   unsigned long count) {
+    core::GeneralLoop<Element<R>>(dst, a, b, dstStride, aStride, bStride, count);
+}
+
+/// Elements up to an aligned destination, then groups of blocks, blocks, and the elements that are left.
+template <class R, class T, class TA, class TB>
+[[gnu::noinline]] void BlockLoop(T* dst, Adjacent<TA> a, Adjacent<TB> b, unsigned long count) {
+    constexpr unsigned long group = 4;
+    const auto pass = [&](unsigned long done) {
+        dst += done;
+        a.Pass(done);
+        b.Pass(done);
+        count -= done;
+    };
+    const auto elements = [&](unsigned long some) {
+        if (some != 0) {
+            GeneralLoop<R>(dst, a.p, b.p, 1, a.step, b.step, some);
+            pass(some);
+        }
+    };
+    const auto block = [&](unsigned long j) {
+        StoreBlock<T>(dst + j * lanes<T>,
+                      ApplyBlocks<R, T>(LoadOperand<T>(a.p + a.step * (j * lanes<T>)),
+                                        LoadOperand<T>(b.p + b.step * (j * lanes<T>))));
+    };
+    const auto address = reinterpret_cast<std::uintptr_t>(dst);
+    elements(std::min(count, -address % core::vectorBytes / sizeof(T)));
+    if constexpr (R::isShort && std::same_as<TA, TB>) {
+        for (; count >= group * lanes<T>; pass(group * lanes<T>)) {
+            for (unsigned long j = 0; j < group; ++j) {
+                block(j);
+            }
+        }
+    }
+    for (; count >= lanes<T>; pass(lanes<T>)) {
+        block(0);
+    }
+    elements(count);
+}
+
+/// How many elements of a source with a stride are gathered at a time.
+inline constexpr unsigned long chunkElements = 256;
+
+/// A source of the block loop, whatever its stride. A fixed element is repeated for one block, and
+/// what is neither fixed nor adjacent is gathered.
+template <class T, unsigned long blockElements>
+class Source {
+public:
+    Source(const T* first, unsigned long stride) : next(first), elementStride(stride) {
+        if (stride == 0) {
+            std::fill_n(buffer, blockElements, *first);
+        }
+    }
+
+    bool IsGathered() const {
+        return elementStride > 1;
+    }
+
+    /// The next elements, no more than `chunkElements` if they are gathered.
+    Adjacent<T> Take(unsigned long count) {
+        const T* const taken = next;
+        if (elementStride == 0) {
+            return {buffer, 0};
+        }
+        next = core::Advance(next, elementStride * sizeof(T) * count);
+        if (elementStride == 1) {
+            return {taken, 1};
+        }
+        const T* from = taken;
+        for (unsigned long i = 0; i < count; ++i) {
+            buffer[i] = *from;
+            from = core::Advance(from, elementStride * sizeof(T));
+        }
+        return {buffer, 1};
+    }
+
+private:
+    const T* next;
+    unsigned long elementStride;
+    T buffer[chunkElements];
+};
+
+template <class R, class T, class TA, class TB>
+void WideWalk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsigned long aStride,
+              unsigned long bStride, unsigned long count) {
+    if (count <= lanes<T>) {
+        return GeneralLoop<R>(dst, a, b, dstStride, aStride, bStride, count);
+    }
+    Source<TA, lanes<T>> sourceA(a, aStride);
+    Source<TB, lanes<T>> sourceB(b, bStride);
+    if (dstStride == 1 && !sourceA.IsGathered() && !sourceB.IsGathered()) {
+        return BlockLoop<R>(dst, sourceA.Take(count), sourceB.Take(count), count);
+    }
+    alignas(core::vectorBytes) T results[chunkElements];
+    while (count != 0) {
+        const unsigned long some = std::min(count, chunkElements);
+        count -= some;
+        const Adjacent<TA> someA = sourceA.Take(some);
+        const Adjacent<TB> someB = sourceB.Take(some);
+        if (dstStride == 1) {
+            BlockLoop<R>(dst, someA, someB, some);
+            dst += some;
+        } else {
+            BlockLoop<R>(results, someA, someB, some);
+            for (unsigned long i = 0; i < some; ++i) {
+                *dst = results[i];
+                dst = core::Advance(dst, dstStride * sizeof(T));
+            }
+        }
+    }
+}
+
+template <class R, unsigned long aStep, unsigned long bStep, class T, class TA, class TB>
+void ElementLoop(T* dst, const TA* a, const TB* b, unsigned long count) {
+    for (unsigned long i = 0; i < count; ++i) {
+        dst[i] = Element<R>::template Apply<T>(a[aStep * i], b[bStep * i]);
+    }
+}
+
+/// A family over arrays, in one of its forms.
+template <class R, class T, class TA, class TB>
+void Walk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsigned long aStride,
+          unsigned long bStride, unsigned long count) {
+    constexpr bool mixed = !std::same_as<TA, TB>;
+    if constexpr (mixed ? HasRealLanes<R, T> : HasBlocks<R, T>) {
+        WideWalk<R>(dst, a, b, dstStride, aStride, bStride, count);
+    } else if (dstStride == 1 && aStride == 1 && bStride == 1) {
+        ElementLoop<R, 1, 1>(dst, a, b, count);
+    } else if (dstStride == 1 && aStride == 0 && bStride == 1) {
+        ElementLoop<R, 0, 1>(dst, a, b, count);
+    } else if (dstStride == 1 && aStride == 1 && bStride == 0) {
+        ElementLoop<R, 1, 0>(dst, a, b, count);
+    } else {
+        GeneralLoop<R>(dst, a, b, dstStride, aStride, bStride, count);
+    }
+}
+
+/// A family in its three forms. One `double` for the whole array is looked at before `count`.
+template <class R>
+struct Forms {
+    template <Integer T>
+    static void Call(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                     unsigned long bStride, unsigned long count) {
+        Walk<R>(dst, a, b, dstStride, aStride, bStride, count);
+    }
+
+    template <Integer T>
+    static void Call(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                     unsigned long bStride, unsigned long count) {
+        if (aStride == 0 && R::template Collapses<T>(*a)) {
+            T collapsed = SaturateRound<T>(*a);
+            return Call(dst, &collapsed, b, dstStride, 0, bStride, count);
+        }
+        Walk<R>(dst, a, b, dstStride, aStride, bStride, count);
+    }
+
+    template <Integer T>
+    static void Call(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                     unsigned long bStride, unsigned long count) {
+        if (bStride == 0 && R::template Collapses<T>(*b)) {
+            T collapsed = SaturateRound<T>(*b);
+            return Call(dst, a, &collapsed, dstStride, aStride, 0, count);
+        }
+        Walk<R>(dst, a, b, dstStride, aStride, bStride, count);
+    }
+};
+
+} // namespace nx::integer
+
+#endif

@@ -1,0 +1,156 @@
+// What holds for every family: rules against exact numbers, and shapes against single elements.
+#include <tuple>
+
+#include <nx/nx.hpp>
+
+#include "integer/reference.hpp"
+#include "support/binary.hpp"
+
+namespace nx::test {
+namespace {
+
+using Families = std::tuple<PlusFamily, MinusFamily, TimesFamily>;
+
+void ForEachFamily(auto visit) {
+    std::apply([&](auto... family) { (visit(family), ...); }, Families{});
+}
+
+template <class T>
+class IntegerFamilies : public ::testing::Test {};
+TYPED_TEST_SUITE(IntegerFamilies, IntegerTypes);
+
+/// All results of one `a` with many b, by arrays and with either operand fixed.
+template <class Family, class T>
+void CheckSame(const std::vector<T>& as, std::vector<T> bs) {
+    const std::size_t count = bs.size();
+    std::vector<T> got(count), fixed(count), swapped(count);
+    for (T a : as) {
+        std::vector<T> copies(count, a);
+        Family::Call(got.data(), copies.data(), bs.data(), 1ul, 1ul, 1ul, count);
+        Family::Call(fixed.data(), &a, bs.data(), 1ul, 0ul, 1ul, count);
+        Family::Call(swapped.data(), bs.data(), &a, 1ul, 1ul, 0ul, count);
+        for (std::size_t i = 0; i < count; ++i) {
+            ASSERT_EQ(+got[i], +Saturated<T>(Family::Value(a, bs[i])))
+                << Family::name << ' ' << +a << ' ' << +bs[i];
+            ASSERT_EQ(+fixed[i], +got[i]) << Family::name << ' ' << +a << ' ' << +bs[i];
+            ASSERT_EQ(+swapped[i], +Saturated<T>(Family::Value(bs[i], a)))
+                << Family::name << ' ' << +bs[i] << ' ' << +a;
+        }
+    }
+}
+
+// All pairs of 8-bit operands; of the other types extreme and random ones.
+TYPED_TEST(IntegerFamilies, FollowExactNumbers) {
+    using T = TypeParam;
+    std::vector<T> values;
+    if constexpr (sizeof(T) == 1) {
+        for (int n = 0; n < 256; ++n) {
+            values.push_back(static_cast<T>(n));
+        }
+    } else {
+        values = ExtremeIntegers<T>();
+        Random random(sizeof(T));
+        const std::vector<T> drawn = DrawOperands<T>(random, 150);
+        values.insert(values.end(), drawn.begin(), drawn.end());
+    }
+    ForEachFamily([&]<class Family>(Family) { CheckSame<Family, T>(values, values); });
+}
+
+/// Every interesting pair and random ones.
+template <class T>
+struct MixedOperands {
+    MixedOperands() {
+        for (const double special : InterestingDoubles()) {
+            for (const T extreme : ExtremeIntegers<T>()) {
+                n.push_back(extreme);
+                x.push_back(special);
+            }
+        }
+        Random random(sizeof(T));
+        for (int i = 0; i < 10000; ++i) {
+            n.push_back(DrawOperand<T>(random));
+            x.push_back(DrawOperand<double>(random));
+        }
+    }
+
+    std::vector<T> n;
+    std::vector<double> x;
+};
+
+/// What types of at most 32 bits give, which meet a `double` in `double`; and those of 64 bits, which
+/// meet it in exact arithmetic.
+template <class Family, class T>
+T MixedResult(auto a, auto b) {
+    const double real = Family::Real(static_cast<double>(a), static_cast<double>(b));
+    const bool finite =
+        std::isfinite(static_cast<double>(a)) && std::isfinite(static_cast<double>(b));
+    return sizeof(T) == 8 && finite ? Saturated<T>(Family::Value(a, b)) : SaturatedDouble<T>(real);
+}
+
+TYPED_TEST(IntegerFamilies, MeetArraysOfDoubles) {
+    using T = TypeParam;
+    MixedOperands<T> operands;
+    auto& [n, x] = operands;
+    const std::size_t count = n.size();
+    std::vector<T> first(count), second(count);
+    ForEachFamily([&]<class Family>(Family) {
+        Family::Call(first.data(), x.data(), n.data(), 1ul, 1ul, 1ul, count);
+        Family::Call(second.data(), n.data(), x.data(), 1ul, 1ul, 1ul, count);
+        for (std::size_t i = 0; i < count; ++i) {
+            const bool isExact = sizeof(T) == 8 && std::isfinite(x[i]);
+            if (!isExact || !Family::Departs(x[i], n[i])) {
+                ASSERT_EQ(+first[i], (+MixedResult<Family, T>(x[i], n[i])))
+                    << Family::name << ' ' << x[i] << ' ' << +n[i];
+            }
+            if (!isExact || !Family::Departs(n[i], x[i])) {
+                ASSERT_EQ(+second[i], (+MixedResult<Family, T>(n[i], x[i])))
+                    << Family::name << ' ' << +n[i] << ' ' << x[i];
+            }
+        }
+    });
+}
+
+/// Whatever the shape, dst[i] is what a call on the elements alone gives, and nothing else is written.
+template <class Family, class T, class TA, class TB>
+void CheckShapes() {
+    constexpr std::size_t counts[] = {0, 1, 7, 17, 40, 300};
+    Random random(7);
+    for (const BinaryShape& shape : binaryShapes) {
+        for (const Offsets& offset : {Offsets{0, 0, 0}, Offsets{1, 0, 3}, Offsets{5, 5, 5}}) {
+            for (const std::size_t count : counts) {
+                // A fixed source has its element also for no results.
+                const std::size_t countA = shape.a == 0 ? 1 : count;
+                const std::size_t countB = shape.b == 0 ? 1 : count;
+                Strided<TA> a(DrawOperands<TA>(random, countA), shape.a, offset.a);
+                Strided<TB> b(DrawOperands<TB>(random, countB), shape.b, offset.b);
+                Strided<T> dst(count, shape.dst, offset.dst);
+                Family::Call(dst.Data(), a.Data(), b.Data(), dst.Stride(), a.Stride(), b.Stride(),
+                             static_cast<unsigned long>(count));
+                for (std::size_t i = 0; i < count; ++i) {
+                    const std::size_t from = shape.dst == 0 ? count - 1 : i;
+                    const T want = One<T>([](auto... x) { Family::Call(x...); }, TA{a[from]},
+                                          TB{b[from]}, shape.a == 0 ? As::scalar : As::array,
+                                          shape.b == 0 ? As::scalar : As::array);
+                    ASSERT_EQ(+dst[i], +want)
+                        << Family::name << ", strides " << shape.dst << ' ' << shape.a << ' '
+                        << shape.b << ", element " << from << " of " << count << ": " << +a[from]
+                        << ' ' << +b[from];
+                }
+                ASSERT_TRUE(dst.IsUntouchedFrom(shape.dst == 0 ? count != 0 : count))
+                    << Family::name;
+            }
+        }
+    }
+}
+
+TYPED_TEST(IntegerFamilies, AreTheSameInEveryShape) {
+    using T = TypeParam;
+    ForEachFamily([]<class Family>(Family) {
+        CheckShapes<Family, T, T, T>();
+        CheckShapes<Family, T, double, T>();
+        CheckShapes<Family, T, T, double>();
+    });
+}
+
+} // namespace
+} // namespace nx::test

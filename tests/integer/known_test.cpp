@@ -1,0 +1,116 @@
+// Results that hosts rely on by value, where they do not follow from exact numbers alone: one `double` for
+// a whole array, ties, and operands that are no numbers.
+#include <cstdlib>
+
+#include <nx/nx.hpp>
+
+#include "integer/operands.hpp"
+
+namespace nx::test {
+namespace {
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+constexpr auto plus = [](auto... x) { nx::IntVectorPlus(x...); };
+constexpr auto minus = [](auto... x) { nx::IntVectorMinus(x...); };
+constexpr auto times = [](auto... x) { nx::IntVectorTimes(x...); };
+
+/// Rows of one family over T: the operands with their kind, and the result.
+template <class T, class Family>
+struct Rows {
+    Family family;
+
+    void First(int line, As as, double a, T b, T want) const {
+        EXPECT_EQ(+One<T>(family, a, b, as, As::array), +want) << "line " << line;
+    }
+    void Second(int line, As as, T a, double b, T want) const {
+        EXPECT_EQ(+One<T>(family, a, b, As::array, as), +want) << "line " << line;
+    }
+};
+
+template <class T, class Family>
+Rows<T, Family> Of(Family family) {
+    return {family};
+}
+
+TEST(IntegerKnown, OneDoubleIsRoundedFirstUnlessItIsCloseToAHalf) {
+    const auto bytes = Of<signed char>(plus);
+    bytes.First(__LINE__, As::scalar, 2.5, 1, 4);
+    bytes.First(__LINE__, As::scalar, 2.5, -3, -1);
+    bytes.First(__LINE__, As::scalar, 2.3, -3, -1);
+    bytes.Second(__LINE__, As::scalar, -3, 2.3, -1);
+    bytes.First(__LINE__, As::scalar, inf, -128, 127);
+    bytes.First(__LINE__, As::scalar, -inf, 127, -128);
+    bytes.First(__LINE__, As::scalar, nan, 127, 0);
+    // In an array, 127 and this make a half; alone, it is far enough from one.
+    const double belowHalf = 0.5 - 0x1p-50;
+    bytes.First(__LINE__, As::scalar, belowHalf, 100, 100);
+    bytes.First(__LINE__, As::array, belowHalf, 100, 101);
+    Of<signed char>(minus).Second(__LINE__, As::scalar, 100, belowHalf, 100);
+    Of<unsigned char>(minus).Second(__LINE__, As::scalar, 0, -0.5, 1);
+    Of<unsigned char>(plus).First(__LINE__, As::scalar, -0.5, 1, 1);
+    Of<unsigned char>(plus).First(__LINE__, As::scalar, 300.4, 0, 255);
+    Of<unsigned char>(plus).First(__LINE__, As::scalar, inf, 0, 255);
+    Of<unsigned char>(minus).Second(__LINE__, As::scalar, 200, 300.4, 0);
+    Of<unsigned char>(minus).First(__LINE__, As::scalar, -inf, 0, 0);
+    Of<unsigned long>(plus).Second(__LINE__, As::scalar, 7, -0x1p70, 0);
+    Of<unsigned long>(minus).Second(__LINE__, As::scalar, 7, -0x1p70, hi<unsigned long>);
+    Of<long>(plus).Second(__LINE__, As::scalar, -1, 0x1p63, hi<long>);
+    Of<long>(minus).Second(__LINE__, As::scalar, -1, -0x1p63, hi<long>);
+}
+
+TEST(IntegerKnown, DifferencesFromADouble) {
+    const auto longs = Of<long>(minus);
+    longs.First(__LINE__, As::array, 0, lo<long>, hi<long>);
+    longs.First(__LINE__, As::array, -1.5, lo<long>, hi<long>);
+    longs.First(__LINE__, As::array, -2.5, lo<long>, hi<long> - 1);
+    longs.First(__LINE__, As::array, nan, lo<long>, 0);
+    longs.First(__LINE__, As::array, -inf, lo<long>, lo<long>);
+    longs.First(__LINE__, As::array, -0x1p64, lo<long>, lo<long> + 1);
+    const auto unsigneds = Of<unsigned long>(minus);
+    unsigneds.First(__LINE__, As::array, 0x1p64, 1, hi<unsigned long>);
+    unsigneds.First(__LINE__, As::array, 0x1p64, 2, hi<unsigned long> - 1);
+    unsigneds.First(__LINE__, As::array, inf, hi<unsigned long>, hi<unsigned long>);
+    unsigneds.First(__LINE__, As::array, -5, 1, 0);
+}
+
+TEST(IntegerKnown, Products) {
+    const auto bytes = Of<signed char>(times);
+    for (const As as : {As::array, As::scalar}) {
+        bytes.Second(__LINE__, as, 3, 0.5, 2);
+        bytes.Second(__LINE__, as, -3, 0.5, -2);
+        bytes.Second(__LINE__, as, 1, 0.49999999999999994, 0);
+        bytes.Second(__LINE__, as, 5, nan, 0);
+        bytes.First(__LINE__, as, -inf, 5, -128);
+        bytes.Second(__LINE__, as, 0, inf, 0);
+        bytes.First(__LINE__, as, -0.0, 5, 0);
+        Of<unsigned char>(times).First(__LINE__, as, -1, 5, 0);
+        Of<long>(times).Second(__LINE__, as, lo<long>, 1, lo<long>);
+        Of<long>(times).Second(__LINE__, as, lo<long>, -1, hi<long>);
+    }
+}
+
+// A count of 0 touches nothing but one `double` for the whole array, here not even that: null pointers
+// with strides that read no such operand. A process of its own does the calls.
+TEST(IntegerKnown, CountZeroTouchesNothing) {
+    const auto callAll = [] {
+        short* const none = nullptr;
+        double* const noDouble = nullptr;
+        const auto visit = [&](auto family) {
+            for (const unsigned long stride : {1ul, 0ul}) {
+                family(none, none, none, 1ul, stride, stride, 0ul);
+                family(none, noDouble, none, 1ul, 1ul, stride, 0ul);
+                family(none, none, noDouble, 1ul, stride, 1ul, 0ul);
+            }
+        };
+        visit(plus);
+        visit(minus);
+        visit(times);
+        std::exit(0);
+    };
+    EXPECT_EXIT(callAll(), ::testing::ExitedWithCode(0), "");
+}
+
+} // namespace
+} // namespace nx::test

@@ -1,0 +1,118 @@
+// What the integer families give, by exact rational numbers.
+#ifndef NX_TESTS_INTEGER_REFERENCE_HPP
+#define NX_TESTS_INTEGER_REFERENCE_HPP
+
+#include <cmath>
+
+#include <gmpxx.h>
+#include <nx/integer.hpp>
+
+#include "integer/operands.hpp"
+
+namespace nx::test {
+
+using Exact = mpq_class;
+
+inline mpz_class Floor(const Exact& x) {
+    mpz_class floor;
+    mpz_fdiv_q(floor.get_mpz_t(), x.get_num_mpz_t(), x.get_den_mpz_t());
+    return floor;
+}
+
+/// The nearest integer, halves away from zero, between the limits.
+template <class T>
+T Saturated(const Exact& x) {
+    const Exact magnitude = abs(x);
+    const mpz_class nearest = Floor(magnitude + Exact(1, 2));
+    const mpz_class rounded = sgn(x) < 0 ? mpz_class(-nearest) : nearest;
+    if (rounded < mpz_class(lo<T>)) {
+        return lo<T>;
+    }
+    if (rounded > mpz_class(hi<T>)) {
+        return hi<T>;
+    }
+    return static_cast<T>(std::is_signed_v<T> ? static_cast<unsigned long>(rounded.get_si())
+                                              : rounded.get_ui());
+}
+
+/// The same for a `double`, which may be infinite or a NaN.
+template <class T>
+T SaturatedDouble(double x) {
+    if (std::isnan(x)) {
+        return 0;
+    }
+    if (std::isinf(x)) {
+        return x < 0 ? lo<T> : hi<T>;
+    }
+    return Saturated<T>(Exact(x));
+}
+
+// The families. `Call` is the family; `Value` the exact result, or the rule by which it is defined
+// where there is none; `Real` what is rounded where a `double` meets a type of at most 32 bits. `Departs`
+// is true where 64-bit arithmetic with a `double` is defined to give something else than `Value`.
+
+/// Tells a half from its neighbour only as far as x - floor(x) does.
+inline bool IsAlmostHalf(double x) {
+    return std::fabs(x) == std::nextafter(0.5, 0);
+}
+
+struct PlusFamily {
+    static constexpr const char* name = "Plus";
+    static void Call(auto... x) {
+        nx::IntVectorPlus(x...);
+    }
+    static Exact Value(const Exact& a, const Exact& b) {
+        return a + b;
+    }
+    static double Real(double a, double b) {
+        return a + b;
+    }
+    static bool Departs(auto a, auto b) {
+        return IsAlmostHalf(static_cast<double>(a)) || IsAlmostHalf(static_cast<double>(b));
+    }
+};
+
+struct MinusFamily {
+    static constexpr const char* name = "Minus";
+    static void Call(auto... x) {
+        nx::IntVectorMinus(x...);
+    }
+    static Exact Value(const Exact& a, const Exact& b) {
+        return a - b;
+    }
+    static double Real(double a, double b) {
+        return a - b;
+    }
+    static bool Departs(double a, auto b) {
+        // The lowest `long` is taken away as 2^63 - 1, and 1 is added to what has saturated.
+        return IsAlmostHalf(a) || (std::same_as<decltype(b), long> &&
+                                   b == static_cast<decltype(b)>(lo<long>) && a <= -0x1p64);
+    }
+    static bool Departs(auto, double b) {
+        return IsAlmostHalf(b);
+    }
+};
+
+struct TimesFamily {
+    static constexpr const char* name = "Times";
+    static void Call(auto... x) {
+        nx::IntVectorTimes(x...);
+    }
+    static Exact Value(const Exact& a, const Exact& b) {
+        return a * b;
+    }
+    static double Real(double a, double b) {
+        return a * b;
+    }
+    static bool Departs(auto a, auto b) {
+        // Factors below 2^-64 count as 0, and what is rounded up to 2^64 wraps.
+        const auto isTiny = [](auto x) { return std::fabs(static_cast<double>(x)) < 0x1p-64; };
+        const Exact product = abs(Value(a, b));
+        return isTiny(a) || isTiny(b) ||
+               (product < Exact(0x1p64) && product + Exact(1, 2) >= Exact(0x1p64));
+    }
+};
+
+} // namespace nx::test
+
+#endif
