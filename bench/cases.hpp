@@ -57,6 +57,7 @@ std::vector<Case> Angles();
 std::vector<Case> Reciprocals();
 std::vector<Case> RealPairs();
 std::vector<Case> ComplexKernels();
+std::vector<Case> IntegerFamilies();
 
 /// Names and versions of the peers that this program was built with.
 std::vector<std::pair<std::string, std::string>> PeerVersions();

@@ -82,25 +82,34 @@ concept HasRealLanes = Narrow<T> && requires(f64x2 v) {
     R::template Real<T, Form::doubleFirst>(v, v);
 };
 
+// A block of results. False if lanes do not serve some of them: then nothing is stored. Always
+// inline, since a call would pass the operands through memory.
+
 template <class R, Form form, class T>
-Block<T> ApplyReal(Reals<T> a, const Reals<T>& b) {
+[[gnu::always_inline]] inline bool StoreReal(T* dst, Reals<T> a, const Reals<T>& b) {
     for (unsigned long j = 0; j < Reals<T>::count; ++j) {
         a.part[j] = R::template Real<T, form>(a.part[j], b.part[j]);
     }
-    return SaturateRound<T>(a);
+    const Words<T> words = RoundToWords<T>(a);
+    if (!AreGood<T>(words, a)) [[unlikely]] {
+        return false;
+    }
+    StoreBlock<T>(dst, PackWords<T>(words));
+    return true;
 }
 
 template <class R, class T>
-Block<T> ApplyBlocks(Block<T> a, Block<T> b) {
-    return R::template Blocks<T>(a, b);
+[[gnu::always_inline]] inline bool StoreResults(T* dst, Block<T> a, Block<T> b) {
+    StoreBlock<T>(dst, R::template Blocks<T>(a, b));
+    return true;
 }
 template <class R, class T>
-Block<T> ApplyBlocks(const Reals<T>& a, Block<T> b) {
-    return ApplyReal<R, Form::doubleFirst, T>(a, ToLanes<T, f64x2>(b));
+[[gnu::always_inline]] inline bool StoreResults(T* dst, const Reals<T>& a, Block<T> b) {
+    return StoreReal<R, Form::doubleFirst>(dst, a, ToLanes<T, f64x2>(b));
 }
 template <class R, class T>
-Block<T> ApplyBlocks(Block<T> a, const Reals<T>& b) {
-    return ApplyReal<R, Form::doubleSecond, T>(ToLanes<T, f64x2>(a), b);
+[[gnu::always_inline]] inline bool StoreResults(T* dst, Block<T> a, const Reals<T>& b) {
+    return StoreReal<R, Form::doubleSecond>(dst, ToLanes<T, f64x2>(a), b);
 }
 
 /// A source of the block loop: adjacent elements from `p` on, of which `step` for each element of the
@@ -140,9 +149,8 @@ template <class R, class T, class TA, class TB>
         }
     };
     const auto block = [&](unsigned long j) {
-        StoreBlock<T>(dst + j * lanes<T>,
-                      ApplyBlocks<R, T>(LoadOperand<T>(a.p + a.step * (j * lanes<T>)),
-                                        LoadOperand<T>(b.p + b.step * (j * lanes<T>))));
+        return StoreResults<R>(dst + j * lanes<T>, LoadOperand<T>(a.p + a.step * (j * lanes<T>)),
+                               LoadOperand<T>(b.p + b.step * (j * lanes<T>)));
     };
     const auto address = reinterpret_cast<std::uintptr_t>(dst);
     elements(std::min(count, -address % core::vectorBytes / sizeof(T)));
@@ -153,8 +161,12 @@ template <class R, class T, class TA, class TB>
             }
         }
     }
-    for (; count >= lanes<T>; pass(lanes<T>)) {
-        block(0);
+    while (count >= lanes<T>) {
+        if (block(0)) [[likely]] {
+            pass(lanes<T>);
+        } else {
+            elements(lanes<T>);
+        }
     }
     elements(count);
 }

@@ -45,6 +45,12 @@ Block<T> Choose(Mask mask, Block<T> a, Block<T> b) {
     return (Block<T>)(((__m128i)mask & (__m128i)a) | (~(__m128i)mask & (__m128i)b));
 }
 
+/// The lower limit where `a` is negative, the upper one elsewhere.
+template <Integer T>
+Block<T> LimitBeyond(Block<T> a) {
+    return (a >> (8 * sizeof(T) - 1)) ^ hi<T>;
+}
+
 // Wider elements.
 
 template <class T>
@@ -91,8 +97,7 @@ Halves<T> Widen(Block<T> v) {
     }
 }
 
-/// The way back, from numbers that are in the range of T. Others saturate, read as signed ones; only
-/// for `unsigned short` they do not.
+/// The way back: numbers of twice the width, read as signed ones, saturate.
 template <Integer T>
 Block<T> Pack(Halves<T> v) {
     const auto lower = (__m128i)v.lower;
@@ -104,11 +109,12 @@ Block<T> Pack(Halves<T> v) {
     } else if constexpr (std::same_as<T, short>) {
         return (Block<T>)_mm_packs_epi32(lower, upper);
     } else {
-        // No instruction does this: the same bits, read as signed numbers.
-        const auto asShort = [](__m128i words) {
-            return _mm_srai_epi32(_mm_slli_epi32(words, 16), 16);
-        };
-        return (Block<T>)_mm_packs_epi32(asShort(lower), asShort(upper));
+        // No instruction does this: numbers that are less by 2^15, as `short`. So they must not be
+        // within 2^15 of the lowest `int`.
+        const __m128i offset = _mm_set1_epi32(1 << 15);
+        return (Block<T>)_mm_packs_epi32(_mm_sub_epi32(lower, offset),
+                                         _mm_sub_epi32(upper, offset)) ^
+               T { 1 << 15 };
     }
 }
 
@@ -125,94 +131,132 @@ struct Spread {
 template <Narrow T>
 using QuotientLanes = std::conditional_t<sizeof(T) == 4, f64x2, f32x4>;
 
-/// Writes the elements of a block to consecutive lanes from `out` on.
+/// The elements of a block as unsigned numbers in consecutive lanes from `out` on, less `offset`.
 template <Narrow T, Value W>
-void ToLanes(Block<T> v, W* out) {
+void SpreadUnsigned(Block<T> v, ElementOf<W> offset, W* out) {
     if constexpr (sizeof(T) < 4) {
         const auto [lower, upper] = Widen<T>(v);
-        ToLanes<Wider<T>>(lower, out);
-        ToLanes<Wider<T>>(upper, out + Spread<Wider<T>, W>::count);
+        SpreadUnsigned<Wider<T>>(lower, offset, out);
+        SpreadUnsigned<Wider<T>>(upper, offset, out + Spread<Wider<T>, W>::count);
     } else if constexpr (std::same_as<W, f32x4>) {
-        // Only elements of at most 16 bits come this way, positive as `int` too.
-        out[0] = (f32x4)_mm_cvtepi32_ps((__m128i)v);
-    } else if constexpr (isSigned<T>) {
-        out[0] = (f64x2)_mm_cvtepi32_pd((__m128i)v);
-        out[1] = (f64x2)_mm_cvtepi32_pd(_mm_unpackhi_epi64((__m128i)v, (__m128i)v));
+        // At most 16 bits come this way, which are positive as `int` too.
+        out[0] = (f32x4)_mm_cvtepi32_ps((__m128i)v) - offset;
     } else {
         // The low word of 2^52 + n.
         const __m128i upperWord = _mm_set1_epi32(0x43300000);
-        out[0] = (f64x2)_mm_unpacklo_epi32((__m128i)v, upperWord) - 0x1p52;
-        out[1] = (f64x2)_mm_unpackhi_epi32((__m128i)v, upperWord) - 0x1p52;
+        out[0] = (f64x2)_mm_unpacklo_epi32((__m128i)v, upperWord) - (0x1p52 + offset);
+        out[1] = (f64x2)_mm_unpackhi_epi32((__m128i)v, upperWord) - (0x1p52 + offset);
     }
 }
 
+/// The elements of a block as lanes W, all exact.
 template <Narrow T, Value W>
 Spread<T, W> ToLanes(Block<T> v) {
+    // Flipping the sign bit of a signed number adds 2^(bits - 1), and makes it an unsigned one.
+    using Unsigned = std::make_unsigned_t<T>;
     Spread<T, W> spread;
-    ToLanes<T>(v, spread.part);
+    SpreadUnsigned<Unsigned>((Block<Unsigned>)(v ^ lo<T>), -static_cast<ElementOf<W>>(lo<T>),
+                             spread.part);
     return spread;
 }
 
-/// Between the limits, and 0 for a NaN.
+/// The elements of a block as `int`.
+template <Narrow T>
+struct Words {
+    static constexpr unsigned long count = lanes<T> / 4;
+    __m128i part[count];
+};
+
+/// A half that is added before a number is cut off, just below 0.5: what is below a half stays below 1,
+/// and what is a half is rounded up to 1.
+template <class F>
+inline constexpr F roundingHalf = F{0.5} - std::numeric_limits<F>::epsilon() / 4;
+
+/// Values plus or minus a half, which need only to be cut off for the nearest integer of T.
 template <Narrow T, Value W>
-W Clamp(W v) {
-    using F = ElementOf<W>;
-    const W highest = Broadcast<W>(static_cast<F>(hi<T>));
-    if constexpr (isSigned<T>) {
-        const W number = Keep(Equal(v, v), v);
-        return Lesser(highest, Greater(Broadcast<W>(static_cast<F>(lo<T>)), number));
+W AwayByHalf(W v) {
+    const W half = Broadcast<W>(roundingHalf<ElementOf<W>>);
+    if constexpr (std::same_as<T, int>) {
+        // Below its range, conversion gives the lowest `int`.
+        const W number = Lesser(Broadcast<W>(hi<int>), v);
+        return number + WithSignOf(half, number);
+    } else if constexpr (isSigned<T>) {
+        return v + WithSignOf(half, v);
+    } else if constexpr (sizeof(T) == 2) {
+        // Negative bytes saturate when they are packed; these would do so only down to a point.
+        return Greater(W{}, v) + half;
     } else {
-        return Lesser(highest, Greater(W{}, v));
+        return v + half;
     }
 }
 
-/// Four clamped values as integers: the nearest, halves away from zero.
-template <Narrow T, Value W>
-__m128i RoundToWords(const W* in) {
-    using F = ElementOf<W>;
-    // Just below a half: what is below a half stays below 1, what is a half is rounded up to 1.
-    constexpr F half = F{0.5} - std::numeric_limits<F>::epsilon() / 4;
-    const auto moved = [](W v) {
-        return v + (isSigned<T> ? WithSignOf(Broadcast<W>(half), v) : Broadcast<W>(half));
-    };
-    if constexpr (std::same_as<W, f32x4>) {
-        return _mm_cvttps_epi32((__m128)moved(in[0]));
-    } else {
-        f64x2 v[2] = {moved(in[0]), moved(in[1])};
-        __m128i topBits{};
+/// Saturated, and in the low words of the lanes: conversions reach no further than 2^31.
+inline f64x2 RoundToUnsigned(f64x2 v) {
+    constexpr double integers = 0x1p52;
+    // This order of the operands gives 0 for a NaN.
+    v = Lesser(Broadcast<f64x2>(hi<unsigned>), Greater(f64x2{}, v));
+    const f64x2 even = v + integers;
+    const i32x4 halfDown = Equal(v - (even - integers), Broadcast<f64x2>(0.5));
+    return (f64x2)((i32x4)even - halfDown);
+}
+
+/// The nearest integers, halves away from zero. `int` and `unsigned int` are saturated; for the other types
+/// they are within the range of `int`, and negative for a negative value also if T is unsigned.
+template <Narrow T>
+Words<T> RoundToWords(const Spread<T, f32x4>& v) {
+    Words<T> words;
+    for (unsigned long j = 0; j < words.count; ++j) {
+        words.part[j] = _mm_cvttps_epi32((__m128)AwayByHalf<T>(v.part[j]));
+    }
+    return words;
+}
+template <Narrow T>
+Words<T> RoundToWords(const Spread<T, f64x2>& v) {
+    Words<T> words;
+    for (unsigned long j = 0; j < words.count; ++j) {
+        const f64x2* const pair = v.part + 2 * j;
         if constexpr (std::same_as<T, unsigned int>) {
-            // Only signed conversions exist.
-            const i32x4 upper[2] = {LessEqual(Broadcast<W>(0x1p31), v[0]),
-                                    LessEqual(Broadcast<W>(0x1p31), v[1])};
-            v[0] -= Keep(upper[0], Broadcast<W>(0x1p31));
-            v[1] -= Keep(upper[1], Broadcast<W>(0x1p31));
-            topBits = _mm_slli_epi32((__m128i)_mm_shuffle_ps((__m128)upper[0], (__m128)upper[1],
-                                                             _MM_SHUFFLE(2, 0, 2, 0)),
-                                     31);
+            words.part[j] =
+                (__m128i)_mm_shuffle_ps((__m128)RoundToUnsigned(pair[0]),
+                                        (__m128)RoundToUnsigned(pair[1]), _MM_SHUFFLE(2, 0, 2, 0));
+        } else {
+            words.part[j] = _mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)AwayByHalf<T>(pair[0])),
+                                               _mm_cvttpd_epi32((__m128d)AwayByHalf<T>(pair[1])));
         }
-        return topBits ^
-               _mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)v[0]), _mm_cvttpd_epi32((__m128d)v[1]));
     }
+    return words;
 }
 
-/// The block of elements whose values stand in consecutive clamped lanes from `in` on.
-template <Narrow T, Narrow Rounded, Value W>
-Block<T> RoundLanes(const W* in) {
-    if constexpr (sizeof(T) < 4) {
-        return Pack<T>({RoundLanes<Wider<T>, Rounded>(in),
-                        RoundLanes<Wider<T>, Rounded>(in + Spread<Wider<T>, W>::count)});
-    } else {
-        return (Block<T>)RoundToWords<Rounded>(in);
-    }
-}
-
-/// `SaturateRound` of every lane.
+/// Whether all those words are good. A NaN is not, but for `unsigned int`; for types below 32 bits what is
+/// beyond `int` is not either.
 template <Narrow T, Value W>
-Block<T> SaturateRound(Spread<T, W> v) {
-    for (W& part : v.part) {
-        part = Clamp<T>(part);
+bool AreGood(const Words<T>& words, const Spread<T, W>& values) {
+    if constexpr (std::same_as<T, unsigned int>) {
+        return true;
+    } else if constexpr (std::same_as<T, int>) {
+        return !Any<W>(Unordered(values.part[0], values.part[1]));
+    } else {
+        // What conversion gives where it fails.
+        const __m128i invalid = _mm_set1_epi32(lo<int>);
+        __m128i equal{};
+        for (const __m128i& part : words.part) {
+            equal |= _mm_cmpeq_epi32(part, invalid);
+        }
+        return _mm_movemask_epi8(equal) == 0;
     }
-    return RoundLanes<T, T>(v.part);
+}
+
+/// The words, saturated.
+template <Narrow T>
+Block<T> PackWords(const Words<T>& words) {
+    if constexpr (sizeof(T) == 4) {
+        return (Block<T>)words.part[0];
+    } else if constexpr (sizeof(T) == 2) {
+        return Pack<T>({(Block<Wider<T>>)words.part[0], (Block<Wider<T>>)words.part[1]});
+    } else {
+        return Pack<T>({(Block<Wider<T>>)_mm_packs_epi32(words.part[0], words.part[1]),
+                        (Block<Wider<T>>)_mm_packs_epi32(words.part[2], words.part[3])});
+    }
 }
 
 } // namespace nx::integer

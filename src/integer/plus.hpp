@@ -24,12 +24,6 @@ inline bool RoundsAlone(double x) {
            !(distance <= std::fabs(twice) * std::numeric_limits<double>::epsilon());
 }
 
-/// All lanes in which `a` is negative read the lower limit, the others the upper one.
-template <Integer T>
-Block<T> LimitBeyond(Block<T> a) {
-    return (a >> (8 * sizeof(T) - 1)) ^ hi<T>;
-}
-
 struct Sum {
     static constexpr bool isShort = true;
 
@@ -67,12 +61,16 @@ struct Sum {
         } else if constexpr (std::same_as<T, unsigned short>) {
             return (Block<T>)_mm_adds_epu16(va, vb);
         } else {
-            const auto sum = (Block<T>)_mm_add_epi32(va, vb);
             if constexpr (isSigned<T>) {
+                const auto sum = (Block<T>)_mm_add_epi32(va, vb);
                 const Block<T> overflow = ((sum ^ a) & (sum ^ b)) >> 31;
                 return Choose<T>(overflow, LimitBeyond<T>(a), sum);
             } else {
-                return sum | (Block<T>)(sum < a);
+                // Comparisons are signed: with the top bit flipped they order unsigned numbers.
+                const __m128i flip = _mm_set1_epi32(lo<int>);
+                const __m128i flipped = va ^ flip;
+                const __m128i sum = _mm_add_epi32(flipped, vb);
+                return (Block<T>)((sum ^ flip) | _mm_cmpgt_epi32(flipped, sum));
             }
         }
     }
@@ -137,12 +135,16 @@ struct Difference {
         } else if constexpr (std::same_as<T, unsigned short>) {
             return (Block<T>)_mm_subs_epu16(va, vb);
         } else {
-            const auto difference = (Block<T>)_mm_sub_epi32(va, vb);
             if constexpr (isSigned<T>) {
+                const auto difference = (Block<T>)_mm_sub_epi32(va, vb);
                 const Block<T> overflow = ((a ^ b) & (a ^ difference)) >> 31;
                 return Choose<T>(overflow, LimitBeyond<T>(a), difference);
             } else {
-                return difference & (Block<T>)(b <= a);
+                const __m128i flip = _mm_set1_epi32(lo<int>);
+                const __m128i flippedA = va ^ flip;
+                const __m128i flippedB = vb ^ flip;
+                return (Block<T>)_mm_andnot_si128(_mm_cmpgt_epi32(flippedB, flippedA),
+                                                  _mm_sub_epi32(flippedA, flippedB));
             }
         }
     }

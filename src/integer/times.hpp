@@ -71,6 +71,27 @@ struct Product : CollapsesIntegers {
             return (Block<T>)(low | ~fits);
         }
     }
+
+    template <Narrow T>
+    requires(sizeof(T) == 4) static Block<T> Blocks(Block<T> a, Block<T> b) {
+        const auto va = (__m128i)a;
+        const auto vb = (__m128i)b;
+        // Unsigned products of 64 bits: those of the elements 0 and 2, and of 1 and 3.
+        const __m128i even = _mm_mul_epu32(va, vb);
+        const __m128i odd = _mm_mul_epu32(_mm_srli_epi64(va, 32), _mm_srli_epi64(vb, 32));
+        const __m128i evenPlaces = _mm_set1_epi64x(0xFFFFFFFF);
+        const auto low = (Block<T>)((even & evenPlaces) | _mm_slli_epi64(odd, 32));
+        const auto high = (Block<T>)(_mm_srli_epi64(even, 32) | _mm_andnot_si128(evenPlaces, odd));
+        if constexpr (isSigned<T>) {
+            // An operand that is read as unsigned is 2^32 more where it is negative.
+            const auto more =
+                (Block<T>)_mm_add_epi32((__m128i)((a >> 31) & b), (__m128i)((b >> 31) & a));
+            const auto signedHigh = (Block<T>)_mm_sub_epi32((__m128i)high, (__m128i)more);
+            return Choose<T>(signedHigh == low >> 31, low, LimitBeyond<T>(a ^ b));
+        } else {
+            return low | (Block<T>)(high != 0);
+        }
+    }
 };
 
 } // namespace nx::integer

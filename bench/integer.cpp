@@ -1,0 +1,161 @@
+// The integer families beside plain loops with clamps. This file is compiled at -O2, where the compiler
+// vectorises little by itself.
+#include <climits>
+#include <limits>
+
+#include <nx/nx.hpp>
+
+#include "cases.hpp"
+
+namespace bench {
+namespace {
+
+template <class T>
+T Clamp(long v) {
+    constexpr long lo = std::numeric_limits<T>::min();
+    constexpr long hi = std::numeric_limits<T>::max();
+    return static_cast<T>(v < lo ? lo : v > hi ? hi : v);
+}
+
+template <class T>
+T Round(double v) {
+    constexpr double lo = std::numeric_limits<T>::min();
+    constexpr double hi = std::numeric_limits<T>::max();
+    if (v != v) {
+        return 0;
+    }
+    if (v <= lo) {
+        return std::numeric_limits<T>::min();
+    }
+    if (v >= hi) {
+        return std::numeric_limits<T>::max();
+    }
+    return static_cast<T>(v < 0 ? v - 0.5 : v + 0.5);
+}
+
+/// Of what kind the operands are: two arrays of T; one `double` for the whole array and one of T; or
+/// arrays of both.
+enum class Operands { integers, oneDouble, doubles };
+
+constexpr double oneDouble = 3;
+
+/// Source 0 holds the `double` elements, if there are any, and all elements of T behind them.
+template <class T, Operands operands>
+struct Layout {
+    static constexpr bool hasDoubles = operands == Operands::doubles;
+    static constexpr std::size_t bytes = hasDoubles ? 16 : sizeof(T);
+
+    static double* Doubles(const Arrays& x) {
+        return static_cast<double*>(x.src[0]);
+    }
+    static T* Integers(const Arrays& x) {
+        const std::size_t before = hasDoubles ? x.count * x.stride * sizeof(double) : 0;
+        return reinterpret_cast<T*>(static_cast<std::byte*>(x.src[0]) + before);
+    }
+
+    static void Fill(void* array, unsigned long count, const Data&, Random& random) {
+        const Arrays x{nullptr, {array, nullptr}, 1, count};
+        for (unsigned long i = 0; i < count; ++i) {
+            if constexpr (hasDoubles) {
+                Doubles(x)[i] = static_cast<double>(static_cast<std::int8_t>(random())) / 4;
+            }
+            // Of any size, not zero.
+            Integers(x)[i] = static_cast<T>(
+                static_cast<T>(random()) >> random() % (8 * sizeof(T)) | 1);
+        }
+    }
+};
+
+/// dst = a op b for integers, and a op x for a `double`, which one source array stands for.
+template <class T, Operands operands, class Nx>
+void CallNx(const Arrays& x) {
+    using L = Layout<T, operands>;
+    T* const dst = static_cast<T*>(x.dst);
+    if constexpr (operands == Operands::integers) {
+        Nx{}(dst, L::Integers(x), static_cast<T*>(x.src[1]), x.stride, x.stride, x.stride, x.count);
+    } else if constexpr (operands == Operands::oneDouble) {
+        double one = oneDouble;
+        Nx{}(dst, L::Integers(x), &one, x.stride, x.stride, 0ul, x.count);
+    } else {
+        Nx{}(dst, L::Integers(x), L::Doubles(x), x.stride, x.stride, x.stride, x.count);
+    }
+}
+
+template <class T, Operands operands, class Same, class Real>
+void CallPlain(const Arrays& x) {
+    using L = Layout<T, operands>;
+    T* const dst = static_cast<T*>(x.dst);
+    const T* const a = L::Integers(x);
+    const T* const b = static_cast<T*>(x.src[1]);
+    const double* const d = L::Doubles(x);
+    for (unsigned long i = 0; i < x.count; ++i) {
+        if constexpr (operands == Operands::integers) {
+            dst[i] = Same{}(a[i], b[i]);
+        } else {
+            const double real = operands == Operands::oneDouble ? oneDouble : d[i];
+            dst[i] = Round<T>(Real{}(static_cast<double>(a[i]), real));
+        }
+    }
+}
+
+template <class T, Operands operands>
+void AddCase(std::vector<Case>& cases, const char* family, const char* type, const char* data,
+             std::vector<Implementation> implementations) {
+    using L = Layout<T, operands>;
+    const unsigned sources = operands == Operands::integers ? 2 : 1;
+    cases.push_back({family, type, {{data, {}}}, sizeof(T), L::bytes, sources, L::Fill,
+                     std::move(implementations)});
+}
+
+template <class T, Operands operands, class Nx, class Same, class Real>
+void AddPlain(std::vector<Case>& cases, const char* family, const char* type, const char* data) {
+    AddCase<T, operands>(cases, family, type, data,
+                         {{"nx", CallNx<T, operands, Nx>},
+                          {"plain", CallPlain<T, operands, Same, Real>}});
+}
+
+void ForEachType(auto visit) {
+    visit(static_cast<signed char>(0), "sint8");
+    visit(static_cast<unsigned char>(0), "uint8");
+    visit(short{}, "sint16");
+    visit(static_cast<unsigned short>(0), "uint16");
+    visit(int{}, "sint32");
+    visit(static_cast<unsigned>(0), "uint32");
+}
+
+template <class Nx, class Same, class Real>
+void AddFamily(std::vector<Case>& cases, const char* family, Nx, Same, Real) {
+    ForEachType([&]<class T>(T, const char* type) {
+        AddPlain<T, Operands::integers, Nx, Same, Real>(cases, family, type, "integers");
+        AddPlain<T, Operands::oneDouble, Nx, Same, Real>(cases, family, type, "one-double");
+        AddPlain<T, Operands::doubles, Nx, Same, Real>(cases, family, type, "doubles");
+    });
+}
+
+} // namespace
+
+std::vector<Case> IntegerFamilies() {
+    std::vector<Case> cases;
+    AddFamily(
+        cases, "IntVectorPlus", [](auto... x) { nx::IntVectorPlus(x...); },
+        []<class T>(T a, T b) { return Clamp<T>(static_cast<long>(a) + b); },
+        [](double a, double b) { return a + b; });
+    AddFamily(
+        cases, "IntVectorMinus", [](auto... x) { nx::IntVectorMinus(x...); },
+        []<class T>(T a, T b) { return Clamp<T>(static_cast<long>(a) - b); },
+        [](double a, double b) { return a - b; });
+    AddFamily(
+        cases, "IntVectorTimes", [](auto... x) { nx::IntVectorTimes(x...); },
+        []<class T>(T a, T b) {
+            if constexpr (std::is_same_v<T, unsigned>) {
+                const unsigned long product = static_cast<unsigned long>(a) * b;
+                return product > UINT_MAX ? UINT_MAX : static_cast<T>(product);
+            } else {
+                return Clamp<T>(static_cast<long>(a) * b);
+            }
+        },
+        [](double a, double b) { return a * b; });
+    return cases;
+}
+
+} // namespace bench
