@@ -1,6 +1,7 @@
 // The integer families beside plain loops with clamps. This file is compiled at -O2, where the compiler
 // vectorises little by itself.
 #include <climits>
+#include <cstdlib>
 #include <limits>
 
 #include <nx/nx.hpp>
@@ -33,6 +34,25 @@ T Round(double v) {
     return static_cast<T>(v < 0 ? v - 0.5 : v + 0.5);
 }
 
+template <class T>
+T RoundedQuotient(T a, T b) {
+    if (b == 0) {
+        return a == 0 ? 0 : (a > 0 ? std::numeric_limits<T>::max() : std::numeric_limits<T>::min());
+    }
+    if (std::is_signed_v<T> && b == static_cast<T>(-1)) {
+        return Clamp<T>(-static_cast<long>(a));
+    }
+    // At least as wide as an `int`.
+    const auto quotient = a / b;
+    const auto rest = a % b;
+    const auto magnitude = rest < 0 ? -rest : rest;
+    const auto divisor = b < 0 ? -static_cast<unsigned>(b) : static_cast<unsigned>(b);
+    if (static_cast<unsigned>(magnitude) < divisor - static_cast<unsigned>(magnitude)) {
+        return static_cast<T>(quotient);
+    }
+    return static_cast<T>((a < 0) == (b < 0) ? quotient + 1 : quotient - 1);
+}
+
 /// Of what kind the operands are: two arrays of T; one `double` for the whole array and one of T; or
 /// arrays of both.
 enum class Operands { integers, oneDouble, doubles };
@@ -60,8 +80,8 @@ struct Layout {
                 Doubles(x)[i] = static_cast<double>(static_cast<std::int8_t>(random())) / 4;
             }
             // Of any size, not zero.
-            Integers(x)[i] = static_cast<T>(
-                static_cast<T>(random()) >> random() % (8 * sizeof(T)) | 1);
+            Integers(x)[i] =
+                static_cast<T>(static_cast<T>(random()) >> random() % (8 * sizeof(T)) | 1);
         }
     }
 };
@@ -103,15 +123,21 @@ void AddCase(std::vector<Case>& cases, const char* family, const char* type, con
              std::vector<Implementation> implementations) {
     using L = Layout<T, operands>;
     const unsigned sources = operands == Operands::integers ? 2 : 1;
-    cases.push_back({family, type, {{data, {}}}, sizeof(T), L::bytes, sources, L::Fill,
+    cases.push_back({family,
+                     type,
+                     {{data, {}}},
+                     sizeof(T),
+                     L::bytes,
+                     sources,
+                     L::Fill,
                      std::move(implementations)});
 }
 
 template <class T, Operands operands, class Nx, class Same, class Real>
 void AddPlain(std::vector<Case>& cases, const char* family, const char* type, const char* data) {
-    AddCase<T, operands>(cases, family, type, data,
-                         {{"nx", CallNx<T, operands, Nx>},
-                          {"plain", CallPlain<T, operands, Same, Real>}});
+    AddCase<T, operands>(
+        cases, family, type, data,
+        {{"nx", CallNx<T, operands, Nx>}, {"plain", CallPlain<T, operands, Same, Real>}});
 }
 
 void ForEachType(auto visit) {
@@ -155,6 +181,10 @@ std::vector<Case> IntegerFamilies() {
             }
         },
         [](double a, double b) { return a * b; });
+    AddFamily(
+        cases, "IntVectorRdivide", [](auto... x) { nx::IntVectorRdivide(x...); },
+        []<class T>(T a, T b) { return RoundedQuotient(a, b); },
+        [](double a, double b) { return a / b; });
     return cases;
 }
 

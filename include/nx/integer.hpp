@@ -54,6 +54,18 @@ template <class T>
 NX_API void IntVectorTimes(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
                            unsigned long bStride, unsigned long count);
 
+/// Quotient `a / b`, rounded to nearest, halves away from zero. By 0 it is the limit on the side of `a`,
+/// and 0 for `0 / 0`; a zero `double` divisor counts with its sign, as does a `double` dividend.
+template <class T>
+NX_API void IntVectorRdivide(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                             unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorRdivide(T* dst, double* a, T* b, unsigned long dstStride,
+                             unsigned long aStride, unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorRdivide(T* dst, T* a, double* b, unsigned long dstStride,
+                             unsigned long aStride, unsigned long bStride, unsigned long count);
+
 // Exact arithmetic of a 64-bit integer and a `double`, rounded once: to nearest, halves away from zero,
 // saturated. An infinity gives a limit and a NaN 0, but for what is said at a function.
 

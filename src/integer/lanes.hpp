@@ -48,7 +48,11 @@ Block<T> Choose(Mask mask, Block<T> a, Block<T> b) {
 /// The lower limit where `a` is negative, the upper one elsewhere.
 template <Integer T>
 Block<T> LimitBeyond(Block<T> a) {
-    return (a >> (8 * sizeof(T) - 1)) ^ hi<T>;
+    if constexpr (isSigned<T>) {
+        return (a >> (8 * sizeof(T) - 1)) ^ hi<T>;
+    } else {
+        return Splat<T>(hi<T>);
+    }
 }
 
 // Wider elements.
@@ -134,18 +138,20 @@ using QuotientLanes = std::conditional_t<sizeof(T) == 4, f64x2, f32x4>;
 /// The elements of a block as unsigned numbers in consecutive lanes from `out` on, less `offset`.
 template <Narrow T, Value W>
 void SpreadUnsigned(Block<T> v, ElementOf<W> offset, W* out) {
-    if constexpr (sizeof(T) < 4) {
+    if constexpr (sizeof(T) == 4) {
+        // The low word of 2^52 + n.
+        const __m128i upper = _mm_set1_epi32(0x43300000);
+        out[0] = (W)_mm_unpacklo_epi32((__m128i)v, upper) - (0x1p52 + offset);
+        out[1] = (W)_mm_unpackhi_epi32((__m128i)v, upper) - (0x1p52 + offset);
+    } else if constexpr (sizeof(T) == 2 && std::same_as<W, f32x4>) {
+        // The low half of 2^23 + n.
+        const __m128i upper = _mm_set1_epi16(0x4B00);
+        out[0] = (W)_mm_unpacklo_epi16((__m128i)v, upper) - (0x1p23f + offset);
+        out[1] = (W)_mm_unpackhi_epi16((__m128i)v, upper) - (0x1p23f + offset);
+    } else {
         const auto [lower, upper] = Widen<T>(v);
         SpreadUnsigned<Wider<T>>(lower, offset, out);
         SpreadUnsigned<Wider<T>>(upper, offset, out + Spread<Wider<T>, W>::count);
-    } else if constexpr (std::same_as<W, f32x4>) {
-        // At most 16 bits come this way, which are positive as `int` too.
-        out[0] = (f32x4)_mm_cvtepi32_ps((__m128i)v) - offset;
-    } else {
-        // The low word of 2^52 + n.
-        const __m128i upperWord = _mm_set1_epi32(0x43300000);
-        out[0] = (f64x2)_mm_unpacklo_epi32((__m128i)v, upperWord) - (0x1p52 + offset);
-        out[1] = (f64x2)_mm_unpackhi_epi32((__m128i)v, upperWord) - (0x1p52 + offset);
     }
 }
 
@@ -202,14 +208,6 @@ inline f64x2 RoundToUnsigned(f64x2 v) {
 
 /// The nearest integers, halves away from zero. `int` and `unsigned int` are saturated; for the other types
 /// they are within the range of `int`, and negative for a negative value also if T is unsigned.
-template <Narrow T>
-Words<T> RoundToWords(const Spread<T, f32x4>& v) {
-    Words<T> words;
-    for (unsigned long j = 0; j < words.count; ++j) {
-        words.part[j] = _mm_cvttps_epi32((__m128)AwayByHalf<T>(v.part[j]));
-    }
-    return words;
-}
 template <Narrow T>
 Words<T> RoundToWords(const Spread<T, f64x2>& v) {
     Words<T> words;

@@ -28,9 +28,11 @@ constexpr T SaturatingDifference(T a, T b) {
 }
 
 /// |n| as an unsigned number: that of the lowest `long` is 2^63.
-constexpr unsigned long Magnitude(long n) {
-    const auto bits = static_cast<unsigned long>(n);
-    return n < 0 ? 0 - bits : bits;
+template <Integer T>
+constexpr std::make_unsigned_t<T> Magnitude(T n) {
+    using Unsigned = std::make_unsigned_t<T>;
+    const auto bits = static_cast<Unsigned>(n);
+    return IsNegative(n) ? static_cast<Unsigned>(-bits) : bits;
 }
 
 /// The number of that magnitude and sign, or the limit on its side.

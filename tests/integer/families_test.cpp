@@ -9,7 +9,7 @@
 namespace nx::test {
 namespace {
 
-using Families = std::tuple<PlusFamily, MinusFamily, TimesFamily>;
+using Families = std::tuple<PlusFamily, MinusFamily, TimesFamily, RdivideFamily>;
 
 void ForEachFamily(auto visit) {
     std::apply([&](auto... family) { (visit(family), ...); }, Families{});

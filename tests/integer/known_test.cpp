@@ -15,6 +15,7 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr auto plus = [](auto... x) { nx::IntVectorPlus(x...); };
 constexpr auto minus = [](auto... x) { nx::IntVectorMinus(x...); };
 constexpr auto times = [](auto... x) { nx::IntVectorTimes(x...); };
+constexpr auto rdivide = [](auto... x) { nx::IntVectorRdivide(x...); };
 
 /// Rows of one family over T: the operands with their kind, and the result.
 template <class T, class Family>
@@ -91,6 +92,36 @@ TEST(IntegerKnown, Products) {
     }
 }
 
+TEST(IntegerKnown, QuotientsByZeroAndByWhatIsNoNumber) {
+    const auto bytes = Of<signed char>(rdivide);
+    const auto unsignedBytes = Of<unsigned char>(rdivide);
+    const auto longs = Of<long>(rdivide);
+    const auto unsignedLongs = Of<unsigned long>(rdivide);
+    for (const As as : {As::array, As::scalar}) {
+        bytes.Second(__LINE__, as, 5, 0.0, 127);
+        bytes.Second(__LINE__, as, 5, -0.0, -128);
+        bytes.Second(__LINE__, as, -5, -0.0, 127);
+        bytes.Second(__LINE__, as, 0, 0.0, 0);
+        bytes.Second(__LINE__, as, 1, nan, 0);
+        bytes.Second(__LINE__, as, 5, inf, 0);
+        unsignedBytes.First(__LINE__, as, 5.0, 0, 255);
+        unsignedBytes.First(__LINE__, as, -5.0, 0, 0);
+        unsignedBytes.First(__LINE__, as, nan, 0, 0);
+        longs.Second(__LINE__, as, 5, 0.0, hi<long>);
+        longs.Second(__LINE__, as, 5, -0.0, lo<long>);
+        longs.Second(__LINE__, as, -5, 0.0, lo<long>);
+        longs.Second(__LINE__, as, -5, -0.0, hi<long>);
+        longs.Second(__LINE__, as, 0, -0.0, 0);
+        longs.Second(__LINE__, as, -7, 2.0, -4);
+        longs.First(__LINE__, as, -inf, 0, lo<long>);
+        longs.First(__LINE__, as, inf, -3, lo<long>);
+        longs.First(__LINE__, as, -0.0, 0, 0);
+        longs.First(__LINE__, as, nan, 0, 0);
+        unsignedLongs.Second(__LINE__, as, 5, -0.0, 0);
+        unsignedLongs.First(__LINE__, as, 0.5, 0, hi<unsigned long>);
+    }
+}
+
 // A count of 0 touches nothing but one `double` for the whole array, here not even that: null pointers
 // with strides that read no such operand. A process of its own does the calls.
 TEST(IntegerKnown, CountZeroTouchesNothing) {
@@ -107,6 +138,7 @@ TEST(IntegerKnown, CountZeroTouchesNothing) {
         visit(plus);
         visit(minus);
         visit(times);
+        visit(rdivide);
         std::exit(0);
     };
     EXPECT_EXIT(callAll(), ::testing::ExitedWithCode(0), "");

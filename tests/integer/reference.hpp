@@ -113,6 +113,24 @@ struct TimesFamily {
     }
 };
 
+struct RdivideFamily {
+    static constexpr const char* name = "Rdivide";
+    static void Call(auto... x) {
+        nx::IntVectorRdivide(x...);
+    }
+    static Exact Value(const Exact& a, const Exact& b) {
+        // By zero, something beyond every type, with the sign of a.
+        return b == 0 ? Exact(a * Exact(0x1p1000)) : Exact(a / b);
+    }
+    static double Real(double a, double b) {
+        return a / b;
+    }
+    static bool Departs(auto, auto b) {
+        // A zero has a sign.
+        return b == 0;
+    }
+};
+
 } // namespace nx::test
 
 #endif
