@@ -1,6 +1,7 @@
 // The integer families beside plain loops with clamps. This file is compiled at -O2, where the compiler
 // vectorises little by itself.
 #include <climits>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 
@@ -51,6 +52,12 @@ T RoundedQuotient(T a, T b) {
         return static_cast<T>(quotient);
     }
     return static_cast<T>((a < 0) == (b < 0) ? quotient + 1 : quotient - 1);
+}
+
+template <class T>
+T Remainder(T a, T b) {
+    const bool isMinusOne = std::is_signed_v<T> && b == static_cast<T>(-1);
+    return b == 0 || isMinusOne ? T{0} : static_cast<T>(a % b);
 }
 
 /// Of what kind the operands are: two arrays of T; one `double` for the whole array and one of T; or
@@ -185,6 +192,23 @@ std::vector<Case> IntegerFamilies() {
         cases, "IntVectorRdivide", [](auto... x) { nx::IntVectorRdivide(x...); },
         []<class T>(T a, T b) { return RoundedQuotient(a, b); },
         [](double a, double b) { return a / b; });
+    AddFamily(
+        cases, "IntVectorRem", [](auto... x) { nx::IntVectorRem(x...); },
+        []<class T>(T a, T b) { return Remainder(a, b); },
+        [](double a, double b) { return std::fmod(a, b); });
+    AddFamily(
+        cases, "IntVectorMod", [](auto... x) { nx::IntVectorMod(x...); },
+        []<class T>(T a, T b) {
+            if (b == 0) {
+                return a;
+            }
+            const T r = Remainder(a, b);
+            return static_cast<T>(r != 0 && (r < 0) != (b < 0) ? r + b : r);
+        },
+        [](double a, double b) {
+            const double r = std::fmod(a, b);
+            return r != 0 && (r < 0) != (b < 0) ? r + b : r;
+        });
     return cases;
 }
 

@@ -66,6 +66,32 @@ template <class T>
 NX_API void IntVectorRdivide(T* dst, T* a, double* b, unsigned long dstStride,
                              unsigned long aStride, unsigned long bStride, unsigned long count);
 
+/// Remainder of `a` divided by `b` with the sign of `a`, and 0 for a zero `b`. By an infinity it is `a`, but
+/// for 64 bits 0. Where a `double` divisor of types up to 32 bits is no integer, a quotient within rounding
+/// of an integer counts as exact.
+template <class T>
+NX_API void IntVectorRem(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorRem(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorRem(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+
+/// Remainder of `a` divided by `b` with the sign of `b`, and `a` for a zero `b`; otherwise as
+/// `IntVectorRem`, but an infinite divisor of the other sign gives the limit on its side for types up
+/// to 32 bits.
+template <class T>
+NX_API void IntVectorMod(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMod(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMod(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+
 // Exact arithmetic of a 64-bit integer and a `double`, rounded once: to nearest, halves away from zero,
 // saturated. An infinity gives a limit and a NaN 0, but for what is said at a function.
 

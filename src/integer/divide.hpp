@@ -17,6 +17,11 @@
 
 namespace nx::integer {
 
+/// a / b with the factor for 8 bits.
+inline f32x4 QuotientOfBytes(f32x4 a, f32x4 b) {
+    return a * (f32x4)_mm_rcp_ps((__m128)b) * (1 + 0x1p-10f);
+}
+
 struct Quotient : CollapsesIntegers {
     static constexpr bool isShort = false;
 
@@ -82,7 +87,7 @@ private:
     template <Narrow T, Value W>
     static W Divide(W a, W b) {
         if constexpr (sizeof(T) == 1) {
-            return a * (f32x4)_mm_rcp_ps((__m128)b) * (1 + 0x1p-10f);
+            return QuotientOfBytes(a, b);
         } else if constexpr (sizeof(T) == 2) {
             return a / b * (1 + 0x1p-19f);
         } else if constexpr (isSigned<T>) {

@@ -43,20 +43,6 @@ struct Scaled {
     int s;
 };
 
-/// The largest integer not above x.
-double Floor(double x) {
-    if (!(std::fabs(x) < allIntegral)) {
-        return x;
-    }
-    const double truncated = static_cast<double>(static_cast<long>(x));
-    return truncated > x ? truncated - 1 : truncated;
-}
-
-/// Whether x is a half-integer. It is a comparison of doubles: the number next to -0.5 is one too.
-bool IsHalf(double x) {
-    return x - Floor(x) == 0.5;
-}
-
 /// n / 2^k, halves up, for k from 1 to 63.
 Unsigned RoundShift(Unsigned n, int k) {
     return (n >> k) + ((n >> (k - 1)) & 1);

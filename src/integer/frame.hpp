@@ -5,6 +5,7 @@
 //   R::Real<T, form>(V a, V b)        the element of an integer and a `double`, before it is rounded to
 //                                     a T of at most 32 bits; V is `double`, and f64x2 if the rule is
 //                                     straight-line code for lanes
+//   R::Kernel                         in place of `Real`, a kernel of core/blocks.hpp
 //   R::Exact(a, b)                    the same for T of 64 bits, for both orders of the operands
 //   R::Collapses<T>(double x)         whether one x for the whole array becomes an integer
 //   R::Blocks<T>(a, b)                `Same` on blocks, for the types that have a wide path
@@ -20,6 +21,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "core/blocks.hpp"
 #include "core/traversal.hpp"
 #include "integer/lanes.hpp"
 #include "integer/saturate.hpp"
@@ -28,6 +30,11 @@ namespace nx::integer {
 
 /// What the operands are; the element of the result is always an integer.
 enum class Form { same, doubleFirst, doubleSecond };
+
+template <class R>
+concept HasKernel = requires {
+    typename R::Kernel;
+};
 
 /// One element of a family, in all forms.
 template <class R>
@@ -38,11 +45,11 @@ struct Element {
     }
     template <Narrow T>
     static T Apply(double a, T b) {
-        return SaturateRound<T>(R::template Real<T, Form::doubleFirst>(a, static_cast<double>(b)));
+        return SaturateRound<T>(Real<T, Form::doubleFirst>(a, static_cast<double>(b)));
     }
     template <Narrow T>
     static T Apply(T a, double b) {
-        return SaturateRound<T>(R::template Real<T, Form::doubleSecond>(static_cast<double>(a), b));
+        return SaturateRound<T>(Real<T, Form::doubleSecond>(static_cast<double>(a), b));
     }
     template <Long T>
     static T Apply(double a, T b) {
@@ -51,6 +58,16 @@ struct Element {
     template <Long T>
     static T Apply(T a, double b) {
         return R::Exact(a, b);
+    }
+
+private:
+    template <Narrow T, Form form>
+    static double Real(double a, double b) {
+        if constexpr (HasKernel<R>) {
+            return R::Kernel::Entry(a, b);
+        } else {
+            return R::template Real<T, form>(a, b);
+        }
     }
 };
 
@@ -250,6 +267,35 @@ void ElementLoop(T* dst, const TA* a, const TB* b, unsigned long count) {
     }
 }
 
+/// `SaturateRound` of an array of `double`, as a family that ignores its second operand.
+struct Rounding {
+    static constexpr bool isShort = false;
+
+    template <Narrow T, Form, Value V>
+    static V Real(V a, V) {
+        return a;
+    }
+};
+
+/// A family whose `double` rule is a kernel of several phases.
+template <class R, class T, class TA, class TB>
+void KernelWalk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsigned long aStride,
+                unsigned long bStride, unsigned long count) {
+    while (count != 0) {
+        const unsigned long some = std::min(count, core::blockElements<double>);
+        double values[core::blockElements<double>];
+        core::MapBlocks<typename R::Kernel, core::Everywhere, double>(
+            some, core::Walk<double>(values, 1), core::BlockSource<double, const TA>(a, aStride),
+            core::BlockSource<double, const TB>(b, bStride));
+        const T ignored{};
+        WideWalk<Rounding>(dst, values, &ignored, dstStride, 1, 0, some);
+        dst = core::Advance(dst, dstStride * sizeof(T) * some);
+        a = core::Advance(a, aStride * sizeof(TA) * some);
+        b = core::Advance(b, bStride * sizeof(TB) * some);
+        count -= some;
+    }
+}
+
 /// A family over arrays, in one of its forms.
 template <class R, class T, class TA, class TB>
 void Walk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsigned long aStride,
@@ -257,6 +303,8 @@ void Walk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsigned lo
     constexpr bool mixed = !std::same_as<TA, TB>;
     if constexpr (mixed ? HasRealLanes<R, T> : HasBlocks<R, T>) {
         WideWalk<R>(dst, a, b, dstStride, aStride, bStride, count);
+    } else if constexpr (mixed && HasKernel<R> && Narrow<T>) {
+        KernelWalk<R>(dst, a, b, dstStride, aStride, bStride, count);
     } else if (dstStride == 1 && aStride == 1 && bStride == 1) {
         ElementLoop<R, 1, 1>(dst, a, b, count);
     } else if (dstStride == 1 && aStride == 0 && bStride == 1) {

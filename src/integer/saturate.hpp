@@ -77,6 +77,20 @@ inline bool IsIntegral(double x) {
     return x == x;
 }
 
+/// The largest integer not above x.
+inline double Floor(double x) {
+    if (!(std::fabs(x) < allIntegral)) {
+        return x;
+    }
+    const double truncated = static_cast<double>(static_cast<long>(x));
+    return truncated > x ? truncated - 1 : truncated;
+}
+
+/// Whether x is a half-integer. It is a comparison of doubles: the number next to -0.5 is one too.
+inline bool IsHalf(double x) {
+    return x - Floor(x) == 0.5;
+}
+
 /// Whether an integral x has a value of its own in T. For 64 bits the upper limit as a `double` is
 /// one too much.
 template <Integer T>

@@ -15,6 +15,8 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr auto plus = [](auto... x) { nx::IntVectorPlus(x...); };
 constexpr auto minus = [](auto... x) { nx::IntVectorMinus(x...); };
 constexpr auto times = [](auto... x) { nx::IntVectorTimes(x...); };
+constexpr auto rem = [](auto... x) { nx::IntVectorRem(x...); };
+constexpr auto mod = [](auto... x) { nx::IntVectorMod(x...); };
 constexpr auto rdivide = [](auto... x) { nx::IntVectorRdivide(x...); };
 
 /// Rows of one family over T: the operands with their kind, and the result.
@@ -122,6 +124,46 @@ TEST(IntegerKnown, QuotientsByZeroAndByWhatIsNoNumber) {
     }
 }
 
+TEST(IntegerKnown, Remainders) {
+    const auto byteRem = Of<signed char>(rem);
+    const auto byteMod = Of<signed char>(mod);
+    const auto longRem = Of<long>(rem);
+    const auto longMod = Of<long>(mod);
+    const auto unsignedMod = Of<unsigned long>(mod);
+    for (const As as : {As::array, As::scalar}) {
+        byteRem.Second(__LINE__, as, 7, 2.5, 2);
+        byteRem.Second(__LINE__, as, 1, 0.1, 0);
+        byteRem.Second(__LINE__, as, 5, 0.0, 0);
+        byteRem.Second(__LINE__, as, 5, -inf, 5);
+        byteRem.First(__LINE__, as, inf, 5, 0);
+        byteMod.Second(__LINE__, as, -7, 2.5, 1);
+        byteMod.Second(__LINE__, as, 7, -2.5, -1);
+        byteMod.Second(__LINE__, as, 5, -0.0, 5);
+        byteMod.Second(__LINE__, as, 5, inf, 5);
+        byteMod.Second(__LINE__, as, -5, inf, 127);
+        byteMod.Second(__LINE__, as, 0, -inf, 0);
+        byteMod.First(__LINE__, as, -inf, 0, -128);
+        byteMod.First(__LINE__, as, nan, 0, 0);
+        Of<unsigned char>(mod).Second(__LINE__, as, 5, inf, 5);
+        longRem.Second(__LINE__, as, 5, inf, 0);
+        longRem.Second(__LINE__, as, 5, nan, 0);
+        longMod.Second(__LINE__, as, -5, inf, 0);
+        longMod.Second(__LINE__, as, 5, -0.0, 5);
+        longMod.First(__LINE__, as, -2.5, 7, 5);
+        longMod.First(__LINE__, as, 2.5, -7, -5);
+        longMod.First(__LINE__, as, -0.25, 7, 7);
+        longMod.First(__LINE__, as, inf, 0, hi<long>);
+        unsignedMod.First(__LINE__, as, -0.25, 7, 0);
+        unsignedMod.First(__LINE__, as, -2.5, 7, 4);
+        unsignedMod.Second(__LINE__, as, 5, inf, 0);
+        unsignedMod.Second(__LINE__, as, 5, -1.0, 0);
+    }
+    longMod.Second(__LINE__, As::array, -(1L << 53), 0x1p53, 1L << 53);
+    longMod.Second(__LINE__, As::scalar, -(1L << 53), 0x1p53, 0);
+    // The neighbour of -0.5 is taken as a half, and its complement in the highest number wraps.
+    longMod.First(__LINE__, As::array, std::nextafter(-0.5, 0), hi<long>, lo<long>);
+}
+
 // A count of 0 touches nothing but one `double` for the whole array, here not even that: null pointers
 // with strides that read no such operand. A process of its own does the calls.
 TEST(IntegerKnown, CountZeroTouchesNothing) {
@@ -139,6 +181,8 @@ TEST(IntegerKnown, CountZeroTouchesNothing) {
         visit(minus);
         visit(times);
         visit(rdivide);
+        visit(rem);
+        visit(mod);
         std::exit(0);
     };
     EXPECT_EXIT(callAll(), ::testing::ExitedWithCode(0), "");

@@ -105,6 +105,9 @@ struct TimesFamily {
         return a * b;
     }
     static bool Departs(auto a, auto b) {
+        if (!std::isfinite(static_cast<double>(a)) || !std::isfinite(static_cast<double>(b))) {
+            return false;
+        }
         // Factors below 2^-64 count as 0, and what is rounded up to 2^64 wraps.
         const auto isTiny = [](auto x) { return std::fabs(static_cast<double>(x)) < 0x1p-64; };
         const Exact product = abs(Value(a, b));
@@ -128,6 +131,65 @@ struct RdivideFamily {
     static bool Departs(auto, auto b) {
         // A zero has a sign.
         return b == 0;
+    }
+};
+
+/// What a remainder becomes where the divisor is no integer and the quotient is as good as one.
+inline double WithTolerance(double remainder, double a, double b) {
+    const double quotient = a / b;
+    const double n = std::round(quotient);
+    const bool near = std::fabs(quotient - n) <= std::fabs(quotient) * 0x1p-52 || quotient == n;
+    return std::isfinite(b) && b != std::trunc(b) && near ? 0 : remainder;
+}
+
+struct RemFamily {
+    static constexpr const char* name = "Rem";
+    static void Call(auto... x) {
+        nx::IntVectorRem(x...);
+    }
+    static Exact Value(const Exact& a, const Exact& b) {
+        if (b == 0) {
+            return 0;
+        }
+        const Exact rest = abs(a) - abs(b) * Floor(abs(a / b));
+        return a < 0 ? Exact(-rest) : rest;
+    }
+    static double Real(double a, double b) {
+        return WithTolerance(std::fmod(a, b), a, b);
+    }
+    static bool Departs(double, auto) {
+        return false;
+    }
+    static bool Departs(auto, double b) {
+        return !std::isfinite(b);
+    }
+};
+
+struct ModFamily {
+    static constexpr const char* name = "Mod";
+    static void Call(auto... x) {
+        nx::IntVectorMod(x...);
+    }
+    static Exact Value(const Exact& a, const Exact& b) {
+        return b == 0 ? a : Exact(a - b * Floor(a / b));
+    }
+    static double Real(double a, double b) {
+        if (b == 0) {
+            return a;
+        }
+        const double r = std::fmod(a, b);
+        return WithTolerance(r != 0 && std::signbit(a) != std::signbit(b) ? r + b : r, a, b);
+    }
+    static bool Departs(double a, long) {
+        return IsAlmostHalf(a);
+    }
+    static bool Departs(double a, auto) {
+        // The complement of an `unsigned long` is taken of a rounded remainder.
+        return a < 0 && a != std::trunc(a);
+    }
+    static bool Departs(auto a, double b) {
+        // From 2^52 on, the complement of a zero is b.
+        return !std::isfinite(b) || (std::fabs(b) >= 0x1p52 && Value(a, b) == 0);
     }
 };
 

@@ -1,0 +1,182 @@
+// Remainders: `Rem` with the sign of the dividend, `Mod` with the sign of the divisor.
+//
+// Lanes take an integer t next to the quotient from floating point, and a - b * t in integers that wrap.
+// For a zero b that is `a` whatever t is, and 0 for b = -1, where the quotient may be too large.
+#ifndef NX_INTEGER_REMAINDER_HPP
+#define NX_INTEGER_REMAINDER_HPP
+
+#include <cmath>
+
+#include <nx/integer.hpp>
+
+#include "integer/divide.hpp"
+#include "integer/frame.hpp"
+#include "real/remainder.hpp"
+
+namespace nx::integer {
+
+/// The low words of the products.
+inline __m128i MultiplyWords(__m128i a, __m128i b) {
+    const __m128i even = _mm_mul_epu32(a, b);
+    const __m128i odd = _mm_mul_epu32(_mm_srli_epi64(a, 32), _mm_srli_epi64(b, 32));
+    return _mm_unpacklo_epi32(_mm_shuffle_epi32(even, _MM_SHUFFLE(0, 0, 2, 0)),
+                              _mm_shuffle_epi32(odd, _MM_SHUFFLE(0, 0, 2, 0)));
+}
+
+/// a - b * t for the truncated quotient t.
+template <Narrow T>
+requires(sizeof(T) == 4) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
+    const auto n = ToLanes<T, f64x2>(a);
+    const auto d = ToLanes<T, f64x2>(b);
+    const f64x2 quotient[2] = {n.part[0] / d.part[0], n.part[1] / d.part[1]};
+    const auto rest = [&](__m128i t) {
+        return _mm_sub_epi32((__m128i)a, MultiplyWords((__m128i)b, t));
+    };
+    if constexpr (isSigned<T>) {
+        return (Block<T>)rest(_mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)quotient[0]),
+                                                 _mm_cvttpd_epi32((__m128d)quotient[1])));
+    } else {
+        // Conversions do not reach far enough: the nearest integer is the low word of its sum with
+        // 2^52. It may be one too many.
+        const auto shifted = [&](f64x2 q) { return (__m128)(q + 0x1p52); };
+        const __m128i nearest = rest((__m128i)_mm_shuffle_ps(
+            shifted(quotient[0]), shifted(quotient[1]), _MM_SHUFFLE(2, 0, 2, 0)));
+        return (Block<T>)_mm_add_epi32(nearest, _mm_srai_epi32(nearest, 31) & (__m128i)b);
+    }
+}
+template <Narrow T>
+requires(sizeof(T) == 2) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
+    const auto n = ToLanes<T, f32x4>(a);
+    const auto d = ToLanes<T, f32x4>(b);
+    const auto quotient = [&](int j) {
+        return (Block<Wider<T>>)_mm_cvttps_epi32((__m128)(n.part[j] / d.part[j]));
+    };
+    const auto t = (__m128i)Pack<T>({quotient(0), quotient(1)});
+    const __m128i rest = _mm_sub_epi16((__m128i)a, _mm_mullo_epi16((__m128i)b, t));
+    if constexpr (isSigned<T>) {
+        // The quotient of the lowest number by -1 has saturated.
+        return (Block<T>)_mm_andnot_si128((__m128i)(b == -1), rest);
+    } else {
+        return (Block<T>)rest;
+    }
+}
+template <Narrow T>
+requires(sizeof(T) == 1) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
+    const auto n = ToLanes<T, f32x4>(a);
+    const auto d = ToLanes<T, f32x4>(b);
+    const auto quotient = [&](int j) {
+        return _mm_cvttps_epi32((__m128)QuotientOfBytes(n.part[j], d.part[j]));
+    };
+    const auto rest = [](Block<Wider<T>> wideA, Block<Wider<T>> wideB, __m128i t) {
+        return (Block<Wider<T>>)_mm_sub_epi16((__m128i)wideA, _mm_mullo_epi16((__m128i)wideB, t));
+    };
+    const auto wideA = Widen<T>(a);
+    const auto wideB = Widen<T>(b);
+    return Pack<T>({rest(wideA.lower, wideB.lower, _mm_packs_epi32(quotient(0), quotient(1))),
+                    rest(wideA.upper, wideB.upper, _mm_packs_epi32(quotient(2), quotient(3)))});
+}
+
+struct Rem : CollapsesIntegers {
+    static constexpr bool isShort = false;
+    using Kernel = real::RemKernel;
+
+    template <Integer T>
+    static T Same(T a, T b) {
+        // The lowest number and -1 are no operands for the processor.
+        return b == 0 || (isSigned<T> && b == static_cast<T>(-1)) ? T{0} : static_cast<T>(a % b);
+    }
+
+    static unsigned long Exact(unsigned long n, double x) {
+        return n == 0 || x == 0 || !std::isfinite(x) ? 0
+                                                     : IntRemModFtorIMPL(n, std::fabs(x), false);
+    }
+    static unsigned long Exact(double x, unsigned long n) {
+        return n == 0 || !(x > 0) || !std::isfinite(x) ? 0 : IntRemModFtorIMPL(x, n);
+    }
+    static long Exact(long n, double x) {
+        return FromMagnitude(Exact(Magnitude(n), x), n < 0);
+    }
+    static long Exact(double x, long n) {
+        return FromMagnitude(Exact(std::fabs(x), Magnitude(n)), x < 0);
+    }
+
+    template <Narrow T>
+    static Block<T> Blocks(Block<T> a, Block<T> b) {
+        return (Block<T>)_mm_andnot_si128((__m128i)(b == 0), (__m128i)TruncatedRest<T>(a, b));
+    }
+};
+
+struct Mod : CollapsesIntegers {
+    static constexpr bool isShort = false;
+    using Kernel = real::ModKernel;
+
+    template <Integer T>
+    static T Same(T a, T b) {
+        if (b == 0) {
+            return a;
+        }
+        const T r = Rem::Same(a, b);
+        return static_cast<T>(r != 0 && IsNegative(r) != IsNegative(b) ? r + b : r);
+    }
+
+    static unsigned long Exact(unsigned long n, double x) {
+        if (x == 0) {
+            return n;
+        }
+        return x < 0 ? 0 : Rem::Exact(n, x);
+    }
+    static long Exact(long n, double x) {
+        if (x == 0) {
+            return n;
+        }
+        if (n == 0 || !std::isfinite(x)) {
+            return 0;
+        }
+        const bool differ = (n < 0) != (x < 0);
+        return FromMagnitude(IntRemModFtorIMPL(Magnitude(n), std::fabs(x), differ), x < 0);
+    }
+    static unsigned long Exact(double x, unsigned long n) {
+        if (n == 0) {
+            return SaturateRound<unsigned long>(x);
+        }
+        // The complement of a half is rounded down, other than for `long`.
+        const unsigned long r = Rem::Exact(std::fabs(x), n);
+        return x < 0 && r != 0 ? n - r : r;
+    }
+    static long Exact(double x, long n) {
+        if (n == 0) {
+            return SaturateRound<long>(x);
+        }
+        if (x == 0 || !std::isfinite(x)) {
+            return 0;
+        }
+        const unsigned long r = IntRemModFtorIMPL(std::fabs(x), Magnitude(n));
+        if (r == 0 && IsIntegral(x)) {
+            return 0;
+        }
+        if ((x < 0) == (n < 0)) {
+            return FromMagnitude(r, x < 0);
+        }
+        // A half was rounded away from zero in r, which is the wrong way for the complement.
+        const unsigned long complement = Magnitude(n) - r + IsHalf(x);
+        return static_cast<long>(n < 0 ? -complement : complement);
+    }
+
+    template <Narrow T>
+    static Block<T> Blocks(Block<T> a, Block<T> b) {
+        const Block<T> rest = TruncatedRest<T>(a, b);
+        if constexpr (isSigned<T>) {
+            const auto differ = (Block<T>)((rest ^ b) < 0);
+            const auto exact = (__m128i)(rest == 0);
+            const __m128i more = _mm_andnot_si128(exact, (__m128i)(differ & b));
+            // The sum is in range: its operands have different signs.
+            return rest + (Block<T>)more;
+        } else {
+            return rest;
+        }
+    }
+};
+
+} // namespace nx::integer
+
+#endif
