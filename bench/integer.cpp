@@ -91,6 +91,13 @@ struct Layout {
                 static_cast<T>(static_cast<T>(random()) >> random() % (8 * sizeof(T)) | 1);
         }
     }
+
+    /// Bases and exponents whose powers are mostly in range.
+    static void FillSmall(void* array, unsigned long count, const Data&, Random& random) {
+        for (unsigned long i = 0; i < count; ++i) {
+            static_cast<T*>(array)[i] = static_cast<T>(random() % 6);
+        }
+    }
 };
 
 /// dst = a op b for integers, and a op x for a `double`, which one source array stands for.
@@ -125,26 +132,20 @@ void CallPlain(const Arrays& x) {
     }
 }
 
-template <class T, Operands operands>
-void AddCase(std::vector<Case>& cases, const char* family, const char* type, const char* data,
-             std::vector<Implementation> implementations) {
-    using L = Layout<T, operands>;
-    const unsigned sources = operands == Operands::integers ? 2 : 1;
-    cases.push_back({family,
-                     type,
-                     {{data, {}}},
-                     sizeof(T),
-                     L::bytes,
-                     sources,
-                     L::Fill,
-                     std::move(implementations)});
-}
+using Filling = decltype(Case::fill);
 
 template <class T, Operands operands, class Nx, class Same, class Real>
-void AddPlain(std::vector<Case>& cases, const char* family, const char* type, const char* data) {
-    AddCase<T, operands>(
-        cases, family, type, data,
-        {{"nx", CallNx<T, operands, Nx>}, {"plain", CallPlain<T, operands, Same, Real>}});
+void AddCase(std::vector<Case>& cases, const char* family, const char* type, const char* data,
+             Filling fill = Layout<T, operands>::Fill) {
+    cases.push_back(
+        {family,
+         type,
+         {{data, {}}},
+         sizeof(T),
+         Layout<T, operands>::bytes,
+         operands == Operands::integers ? 2u : 1u,
+         fill,
+         {{"nx", CallNx<T, operands, Nx>}, {"plain", CallPlain<T, operands, Same, Real>}}});
 }
 
 void ForEachType(auto visit) {
@@ -159,9 +160,9 @@ void ForEachType(auto visit) {
 template <class Nx, class Same, class Real>
 void AddFamily(std::vector<Case>& cases, const char* family, Nx, Same, Real) {
     ForEachType([&]<class T>(T, const char* type) {
-        AddPlain<T, Operands::integers, Nx, Same, Real>(cases, family, type, "integers");
-        AddPlain<T, Operands::oneDouble, Nx, Same, Real>(cases, family, type, "one-double");
-        AddPlain<T, Operands::doubles, Nx, Same, Real>(cases, family, type, "doubles");
+        AddCase<T, Operands::integers, Nx, Same, Real>(cases, family, type, "integers");
+        AddCase<T, Operands::oneDouble, Nx, Same, Real>(cases, family, type, "one-double");
+        AddCase<T, Operands::doubles, Nx, Same, Real>(cases, family, type, "doubles");
     });
 }
 
@@ -209,6 +210,19 @@ std::vector<Case> IntegerFamilies() {
             const double r = std::fmod(a, b);
             return r != 0 && (r < 0) != (b < 0) ? r + b : r;
         });
+    const auto power = [](auto... x) { nx::IntVectorPower(x...); };
+    const auto plainPower = []<class T>(T a, T b) {
+        double result = 1;
+        for (double square = static_cast<double>(a); b > 0; b = static_cast<T>(b >> 1)) {
+            result *= b % 2 != 0 ? square : 1;
+            square *= square;
+        }
+        return Round<T>(result);
+    };
+    ForEachType([&]<class T>(T, const char* type) {
+        AddCase<T, Operands::integers, decltype(power), decltype(plainPower), void>(
+            cases, "IntVectorPower", type, "0..5", Layout<T, Operands::integers>::FillSmall);
+    });
     return cases;
 }
 

@@ -92,6 +92,21 @@ template <class T>
 NX_API void IntVectorMod(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
                          unsigned long bStride, unsigned long count);
 
+/// Power of the base `a` and the exponent `b`; 0 to the power 0 is 1. Throws `scalarPowerError` at the first
+/// exponent that is negative, no integer or a NaN: elements before it are written, later ones are
+/// untouched. A negative exponent for the whole array throws even for a `count` of 0 if it is, or becomes,
+/// an integer of T. Plus infinity is an exponent: it is taken as an even one. A `double` base is raised in
+/// `double` also for 64 bits, and a NaN gives 0.
+template <class T>
+NX_API void IntVectorPower(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorPower(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorPower(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+
 // Exact arithmetic of a 64-bit integer and a `double`, rounded once: to nearest, halves away from zero,
 // saturated. An infinity gives a limit and a NaN 0, but for what is said at a function.
 

@@ -17,6 +17,7 @@ constexpr auto minus = [](auto... x) { nx::IntVectorMinus(x...); };
 constexpr auto times = [](auto... x) { nx::IntVectorTimes(x...); };
 constexpr auto rem = [](auto... x) { nx::IntVectorRem(x...); };
 constexpr auto mod = [](auto... x) { nx::IntVectorMod(x...); };
+constexpr auto power = [](auto... x) { nx::IntVectorPower(x...); };
 constexpr auto rdivide = [](auto... x) { nx::IntVectorRdivide(x...); };
 
 /// Rows of one family over T: the operands with their kind, and the result.
@@ -164,6 +165,80 @@ TEST(IntegerKnown, Remainders) {
     longMod.First(__LINE__, As::array, std::nextafter(-0.5, 0), hi<long>, lo<long>);
 }
 
+TEST(IntegerKnown, Powers) {
+    const auto longs = Of<long>(power);
+    const auto bytes = Of<signed char>(power);
+    for (const As as : {As::array, As::scalar}) {
+        longs.Second(__LINE__, as, 0, inf, 0);
+        longs.Second(__LINE__, as, -1, inf, 1);
+        longs.Second(__LINE__, as, -2, inf, hi<long>);
+        longs.Second(__LINE__, as, -2, 63, lo<long>);
+        longs.Second(__LINE__, as, 3037000499, 2, 9223372030926249001);
+        longs.Second(__LINE__, as, 3037000500, 2, hi<long>);
+        longs.Second(__LINE__, as, 7, -0.0, 1);
+        longs.First(__LINE__, as, 2.5, 2, 6);
+        longs.First(__LINE__, as, -2, 3, -8);
+        longs.First(__LINE__, as, nan, 0, 0);
+        longs.First(__LINE__, as, 0.0, 0, 1);
+        longs.First(__LINE__, as, -inf, 3, lo<long>);
+        Of<unsigned long>(power).First(__LINE__, as, 1.5, 2, 2);
+        Of<unsigned long>(power).Second(__LINE__, as, 4294967295, 2, 18446744065119617025ul);
+        bytes.First(__LINE__, as, nan, 0, 0);
+        bytes.First(__LINE__, as, 2.5, 2, 6);
+        bytes.Second(__LINE__, as, -2, inf, 127);
+    }
+}
+
+/// Calls with three elements, of which the exponent `bad` stands in the middle: the first is written, and
+/// the others stay.
+template <class T, class TA, class TB>
+void ExpectThrowAtTheSecond(TB bad) {
+    for (const unsigned long stride : {1ul, 2ul}) {
+        T dst[5] = {9, 9, 9, 9, 9};
+        TA a[5] = {2, 2, 2, 2, 2};
+        TB b[5] = {3, 3, 3, 3, 3};
+        b[stride] = bad;
+        EXPECT_THROW(nx::IntVectorPower(dst, a, b, stride, stride, stride, 3),
+                     nx::scalarPowerError);
+        EXPECT_EQ(dst[0], 8);
+        EXPECT_EQ(dst[stride], 9);
+        EXPECT_EQ(dst[2 * stride], 9);
+    }
+}
+
+template <class T>
+class IntegerPower : public ::testing::Test {};
+TYPED_TEST_SUITE(IntegerPower, IntegerTypes);
+
+TYPED_TEST(IntegerPower, ThrowsAtAnExponentWithoutAPower) {
+    using T = TypeParam;
+    if constexpr (std::is_signed_v<T>) {
+        ExpectThrowAtTheSecond<T, T, T>(-1);
+        ExpectThrowAtTheSecond<T, double, T>(lo<T>);
+    }
+    for (const double bad : {2.5, -1.0, -inf, nan}) {
+        ExpectThrowAtTheSecond<T, T, double>(bad);
+    }
+}
+
+TYPED_TEST(IntegerPower, OneExponentThrowsWithoutElements) {
+    using T = TypeParam;
+    T unused = 0, two = 2;
+    const auto throws = [&](auto exponent) {
+        try {
+            nx::IntVectorPower(&unused, &two, &exponent, 1, 1, 0, 0);
+        } catch (const std::exception& error) {
+            return std::string(error.what()) == std::exception().what();
+        }
+        return false;
+    };
+    EXPECT_EQ(throws(-1.0), std::is_signed_v<T>);
+    EXPECT_FALSE(throws(2.5));
+    if constexpr (std::is_signed_v<T>) {
+        EXPECT_TRUE(throws(static_cast<T>(-1)));
+    }
+}
+
 // A count of 0 touches nothing but one `double` for the whole array, here not even that: null pointers
 // with strides that read no such operand. A process of its own does the calls.
 TEST(IntegerKnown, CountZeroTouchesNothing) {
@@ -183,6 +258,8 @@ TEST(IntegerKnown, CountZeroTouchesNothing) {
         visit(rdivide);
         visit(rem);
         visit(mod);
+        // An integral exponent for the whole array is read.
+        power(none, none, none, 1ul, 1ul, 1ul, 0ul);
         std::exit(0);
     };
     EXPECT_EXIT(callAll(), ::testing::ExitedWithCode(0), "");

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include <gmpxx.h>
+#include <nx/flat.h>
 #include <nx/integer.hpp>
 
 #include "integer/operands.hpp"
@@ -45,6 +46,16 @@ T SaturatedDouble(double x) {
         return x < 0 ? lo<T> : hi<T>;
     }
     return Saturated<T>(Exact(x));
+}
+
+/// A second operand that the family has a result for.
+template <class Family, class T>
+T AsSecond(T x) {
+    if constexpr (requires { Family::AsSecond(x); }) {
+        return Family::AsSecond(x);
+    } else {
+        return x;
+    }
 }
 
 // The families. `Call` is the family; `Value` the exact result, or the rule by which it is defined
@@ -190,6 +201,50 @@ struct ModFamily {
     static bool Departs(auto a, double b) {
         // From 2^52 on, the complement of a zero is b.
         return !std::isfinite(b) || (std::fabs(b) >= 0x1p52 && Value(a, b) == 0);
+    }
+};
+
+struct PowerFamily {
+    static constexpr const char* name = "Power";
+    static void Call(auto... x) {
+        nx::IntVectorPower(x...);
+    }
+    /// Exponents that do not throw, many of them small.
+    template <class T>
+    static T AsSecond(T x) {
+        if constexpr (std::same_as<T, double>) {
+            const double magnitude = std::trunc(std::fabs(x));
+            return std::isnan(x)                        ? 2
+                   : magnitude > 100 && magnitude < 1e9 ? std::fmod(magnitude, 100)
+                                                        : magnitude;
+        } else {
+            const T exponent = x < 0 ? static_cast<T>(~x) : x;
+            return exponent % 3 == 0 ? static_cast<T>(exponent % 23) : exponent;
+        }
+    }
+    static Exact Value(const Exact& a, const Exact& n) {
+        if (abs(a) > 1 && n > 64) {
+            return n.get_num() % 2 == 0 ? Exact(abs(a) * Exact(0x1p1000))
+                                        : Exact(a * Exact(0x1p1000));
+        }
+        // Powers of 0, 1 and -1 depend on whether the exponent is 0, or odd.
+        const mpz_class rest = n.get_num() % 2;
+        const unsigned long exponent = n > 64 ? 2 + rest.get_ui() : n.get_num().get_ui();
+        Exact power = 1;
+        for (unsigned long i = 0; i < exponent; ++i) {
+            power *= a;
+        }
+        return power;
+    }
+    static double Real(double a, double b) {
+        return nxDoubleScalarPower(a, b);
+    }
+    static bool Departs(double, auto) {
+        // A base of `double` stays in `double`.
+        return true;
+    }
+    static bool Departs(auto, double b) {
+        return !std::isfinite(b);
     }
 };
 
