@@ -288,6 +288,56 @@ NX_API void nxDoubleComplexScalarPower(double aRe, double aIm, double bRe, doubl
                                        double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarPower(float aRe, float aIm, float bRe, float bIm, float* resultRe,
                                        float* resultIm);
+/* Integers: nxIntScalar..._ and the type, signed (sint) or unsigned (uint) with 8, 16 or 32 bits. */
+
+/** The magnitude; that of the lowest integer is the upper limit. */
+NX_API signed char nxIntScalarAbs_sint8(signed char a);
+NX_API unsigned char nxIntScalarAbs_uint8(unsigned char a);
+NX_API short nxIntScalarAbs_sint16(short a);
+NX_API unsigned short nxIntScalarAbs_uint16(unsigned short a);
+NX_API int nxIntScalarAbs_sint32(int a);
+NX_API unsigned int nxIntScalarAbs_uint32(unsigned int a);
+
+/** The larger integer. */
+NX_API signed char nxIntScalarMax_sint8(signed char a, signed char b);
+NX_API unsigned char nxIntScalarMax_uint8(unsigned char a, unsigned char b);
+NX_API short nxIntScalarMax_sint16(short a, short b);
+NX_API unsigned short nxIntScalarMax_uint16(unsigned short a, unsigned short b);
+NX_API int nxIntScalarMax_sint32(int a, int b);
+NX_API unsigned int nxIntScalarMax_uint32(unsigned int a, unsigned int b);
+
+/** The smaller integer. */
+NX_API signed char nxIntScalarMin_sint8(signed char a, signed char b);
+NX_API unsigned char nxIntScalarMin_uint8(unsigned char a, unsigned char b);
+NX_API short nxIntScalarMin_sint16(short a, short b);
+NX_API unsigned short nxIntScalarMin_uint16(unsigned short a, unsigned short b);
+NX_API int nxIntScalarMin_sint32(int a, int b);
+NX_API unsigned int nxIntScalarMin_uint32(unsigned int a, unsigned int b);
+
+/** Remainder of a divided by b with the sign of b; a for a zero b. */
+NX_API signed char nxIntScalarMod_sint8(signed char a, signed char b);
+NX_API unsigned char nxIntScalarMod_uint8(unsigned char a, unsigned char b);
+NX_API short nxIntScalarMod_sint16(short a, short b);
+NX_API unsigned short nxIntScalarMod_uint16(unsigned short a, unsigned short b);
+NX_API int nxIntScalarMod_sint32(int a, int b);
+NX_API unsigned int nxIntScalarMod_uint32(unsigned int a, unsigned int b);
+
+/** Remainder of a divided by b with the sign of a; 0 for a zero b. */
+NX_API signed char nxIntScalarRem_sint8(signed char a, signed char b);
+NX_API unsigned char nxIntScalarRem_uint8(unsigned char a, unsigned char b);
+NX_API short nxIntScalarRem_sint16(short a, short b);
+NX_API unsigned short nxIntScalarRem_uint16(unsigned short a, unsigned short b);
+NX_API int nxIntScalarRem_sint32(int a, int b);
+NX_API unsigned int nxIntScalarRem_uint32(unsigned int a, unsigned int b);
+
+/** -1, 0 or 1. */
+NX_API signed char nxIntScalarSign_sint8(signed char a);
+NX_API unsigned char nxIntScalarSign_uint8(unsigned char a);
+NX_API short nxIntScalarSign_sint16(short a);
+NX_API unsigned short nxIntScalarSign_uint16(unsigned short a);
+NX_API int nxIntScalarSign_sint32(int a);
+NX_API unsigned int nxIntScalarSign_uint32(unsigned int a);
+
 #ifdef __cplusplus
 } /* extern "C" */
 #endif

@@ -107,6 +107,132 @@ template <class T>
 NX_API void IntVectorPower(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
                            unsigned long bStride, unsigned long count);
 
+/// The smaller operand, compared before a `double` is rounded; for 64 bits the integer is compared as the
+/// nearest `double`. On a tie `a` stays. A NaN loses.
+template <class T>
+NX_API void IntVectorMin(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMin(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMin(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+
+/// The larger operand, with the rules of `IntVectorMin`.
+template <class T>
+NX_API void IntVectorMax(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMax(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMax(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                         unsigned long bStride, unsigned long count);
+
+/// `IntVectorMin`, but a NaN wins and gives 0.
+template <class T>
+NX_API void IntVectorMinNaN(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMinNaN(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMinNaN(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+
+/// `IntVectorMax`, but a NaN wins and gives 0.
+template <class T>
+NX_API void IntVectorMaxNaN(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMaxNaN(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMaxNaN(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+
+/// The operand of smaller magnitude, where that of the lowest integer is the upper limit; of equal
+/// magnitudes the larger value. A negative `double` competes by its size also for an unsigned T. Otherwise
+/// as `IntVectorMin`.
+template <class T>
+NX_API void IntVectorMinAbs(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMinAbs(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMinAbs(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+
+/// The operand of larger magnitude, of equal ones the smaller value; otherwise as `IntVectorMinAbs`.
+template <class T>
+NX_API void IntVectorMaxAbs(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMaxAbs(T* dst, double* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMaxAbs(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+
+/// `IntVectorMinAbs`, but a NaN wins and gives 0.
+template <class T>
+NX_API void IntVectorMinAbsNaN(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                               unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMinAbsNaN(T* dst, double* a, T* b, unsigned long dstStride,
+                               unsigned long aStride, unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMinAbsNaN(T* dst, T* a, double* b, unsigned long dstStride,
+                               unsigned long aStride, unsigned long bStride, unsigned long count);
+
+/// `IntVectorMaxAbs`, but a NaN wins and gives 0.
+template <class T>
+NX_API void IntVectorMaxAbsNaN(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                               unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMaxAbsNaN(T* dst, double* a, T* b, unsigned long dstStride,
+                               unsigned long aStride, unsigned long bStride, unsigned long count);
+template <class T>
+NX_API void IntVectorMaxAbsNaN(T* dst, T* a, double* b, unsigned long dstStride,
+                               unsigned long aStride, unsigned long bStride, unsigned long count);
+
+/// `a & b`.
+template <class T>
+NX_API void IntVectorBitand(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+
+/// `a | b`.
+template <class T>
+NX_API void IntVectorBitor(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                           unsigned long bStride, unsigned long count);
+
+/// `a ^ b`.
+template <class T>
+NX_API void IntVectorBitxor(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                            unsigned long bStride, unsigned long count);
+
+/// `~src`, over all bits of T.
+template <class T>
+NX_API void IntVectorBitcmp(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
+                            unsigned long count);
+
+/// -1, 0 or 1 by the sign of `src`.
+template <class T>
+NX_API void IntVectorSign(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
+                          unsigned long count);
+
+/// The magnitude of `src`: that of the lowest integer is the upper limit.
+template <class T>
+NX_API void IntVectorAbs(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
+                         unsigned long count);
+
+/// `-src`: the upper limit for the lowest integer, and 0 for an unsigned T, of which `src` is not read.
+template <class T>
+NX_API void IntVectorUminus(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
+                            unsigned long count);
+
 // Exact arithmetic of a 64-bit integer and a `double`, rounded once: to nearest, halves away from zero,
 // saturated. An infinity gives a limit and a NaN 0, but for what is said at a function.
 

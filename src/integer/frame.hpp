@@ -129,16 +129,12 @@ template <class R, class T>
     return StoreReal<R, Form::doubleSecond>(dst, ToLanes<T, f64x2>(a), b);
 }
 
-/// A source of the block loop: adjacent elements from `p` on, of which `step` for each element of the
-/// result are passed. With a step of 0 they serve every block.
+/// A source of the block loop: adjacent elements from `p` on that move on with the destination, or that
+/// serve every block.
 template <class T>
 struct Adjacent {
     const T* p;
-    unsigned long step;
-
-    void Pass(unsigned long count) {
-        p += step * count;
-    }
+    bool moves;
 };
 
 /// Out of line, since every shape needs it.
@@ -153,21 +149,24 @@ template <class R, class T, class TA, class TB>
 template <class R, class T, class TA, class TB>
 [[gnu::noinline]] void BlockLoop(T* dst, Adjacent<TA> a, Adjacent<TB> b, unsigned long count) {
     constexpr unsigned long group = 4;
+    const unsigned long aBytes = a.moves ? sizeof(TA) : 0;
+    const unsigned long bBytes = b.moves ? sizeof(TB) : 0;
     const auto pass = [&](unsigned long done) {
         dst += done;
-        a.Pass(done);
-        b.Pass(done);
+        a.p = core::Advance(a.p, aBytes * done);
+        b.p = core::Advance(b.p, bBytes * done);
         count -= done;
     };
     const auto elements = [&](unsigned long some) {
         if (some != 0) {
-            GeneralLoop<R>(dst, a.p, b.p, 1, a.step, b.step, some);
+            GeneralLoop<R>(dst, a.p, b.p, 1, a.moves, b.moves, some);
             pass(some);
         }
     };
     const auto block = [&](unsigned long j) {
-        return StoreResults<R>(dst + j * lanes<T>, LoadOperand<T>(a.p + a.step * (j * lanes<T>)),
-                               LoadOperand<T>(b.p + b.step * (j * lanes<T>)));
+        const unsigned long skipped = j * lanes<T>;
+        return StoreResults<R>(dst + skipped, LoadOperand<T>(core::Advance(a.p, aBytes * skipped)),
+                               LoadOperand<T>(core::Advance(b.p, bBytes * skipped)));
     };
     const auto address = reinterpret_cast<std::uintptr_t>(dst);
     elements(std::min(count, -address % core::vectorBytes / sizeof(T)));
@@ -191,6 +190,22 @@ template <class R, class T, class TA, class TB>
 /// How many elements of a source with a stride are gathered at a time.
 inline constexpr unsigned long chunkElements = 256;
 
+template <class T>
+[[gnu::noinline]] void Gather(T* dst, const T* src, unsigned long stride, unsigned long count) {
+    for (unsigned long i = 0; i < count; ++i) {
+        dst[i] = *src;
+        src = core::Advance(src, stride * sizeof(T));
+    }
+}
+
+template <class T>
+[[gnu::noinline]] void Scatter(T* dst, unsigned long stride, const T* src, unsigned long count) {
+    for (unsigned long i = 0; i < count; ++i) {
+        *dst = src[i];
+        dst = core::Advance(dst, stride * sizeof(T));
+    }
+}
+
 /// A source of the block loop, whatever its stride. A fixed element is repeated for one block, and
 /// what is neither fixed nor adjacent is gathered.
 template <class T, unsigned long blockElements>
@@ -198,7 +213,7 @@ class Source {
 public:
     Source(const T* first, unsigned long stride) : next(first), elementStride(stride) {
         if (stride == 0) {
-            std::fill_n(buffer, blockElements, *first);
+            Gather(buffer, first, 0, blockElements);
         }
     }
 
@@ -208,20 +223,16 @@ public:
 
     /// The next elements, no more than `chunkElements` if they are gathered.
     Adjacent<T> Take(unsigned long count) {
-        const T* const taken = next;
         if (elementStride == 0) {
-            return {buffer, 0};
+            return {buffer, false};
         }
+        const T* const taken = next;
         next = core::Advance(next, elementStride * sizeof(T) * count);
         if (elementStride == 1) {
-            return {taken, 1};
+            return {taken, true};
         }
-        const T* from = taken;
-        for (unsigned long i = 0; i < count; ++i) {
-            buffer[i] = *from;
-            from = core::Advance(from, elementStride * sizeof(T));
-        }
-        return {buffer, 1};
+        Gather(buffer, taken, elementStride, count);
+        return {buffer, true};
     }
 
 private:
@@ -247,16 +258,11 @@ void WideWalk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsigne
         count -= some;
         const Adjacent<TA> someA = sourceA.Take(some);
         const Adjacent<TB> someB = sourceB.Take(some);
-        if (dstStride == 1) {
-            BlockLoop<R>(dst, someA, someB, some);
-            dst += some;
-        } else {
-            BlockLoop<R>(results, someA, someB, some);
-            for (unsigned long i = 0; i < some; ++i) {
-                *dst = results[i];
-                dst = core::Advance(dst, dstStride * sizeof(T));
-            }
+        BlockLoop<R>(dstStride == 1 ? dst : results, someA, someB, some);
+        if (dstStride != 1) {
+            Scatter(dst, dstStride, results, some);
         }
+        dst = core::Advance(dst, dstStride * sizeof(T) * some);
     }
 }
 
@@ -305,6 +311,9 @@ void Walk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsigned lo
         WideWalk<R>(dst, a, b, dstStride, aStride, bStride, count);
     } else if constexpr (mixed && HasKernel<R> && Narrow<T>) {
         KernelWalk<R>(dst, a, b, dstStride, aStride, bStride, count);
+    } else if constexpr (mixed) {
+        // An element takes so long that loops of its own would gain nothing.
+        GeneralLoop<R>(dst, a, b, dstStride, aStride, bStride, count);
     } else if (dstStride == 1 && aStride == 1 && bStride == 1) {
         ElementLoop<R, 1, 1>(dst, a, b, count);
     } else if (dstStride == 1 && aStride == 0 && bStride == 1) {

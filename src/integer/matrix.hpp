@@ -61,4 +61,30 @@
     }                                                                                              \
     NX_INTEGER_TYPES(NX_INTEGER_UNARY_MEMBER, Family)
 
+// Flat entries, which have names by the type and none of 64 bits. Rule is a template of one parameter T,
+// which its arguments tell.
+
+#define NX_INTEGER_FLAT_TYPES(MEMBER, Op, ...)                                                     \
+    MEMBER(Op, signed char, sint8, __VA_ARGS__)                                                    \
+    MEMBER(Op, unsigned char, uint8, __VA_ARGS__)                                                  \
+    MEMBER(Op, short, sint16, __VA_ARGS__)                                                         \
+    MEMBER(Op, unsigned short, uint16, __VA_ARGS__)                                                \
+    MEMBER(Op, int, sint32, __VA_ARGS__)                                                           \
+    MEMBER(Op, unsigned int, uint32, __VA_ARGS__)
+
+#define NX_INTEGER_FLAT_UNARY_MEMBER(Op, T, suffix, ...)                                           \
+    T nxIntScalar##Op##_##suffix(T a) {                                                            \
+        return __VA_ARGS__(a);                                                                     \
+    }
+
+#define NX_INTEGER_FLAT_BINARY_MEMBER(Op, T, suffix, ...)                                          \
+    T nxIntScalar##Op##_##suffix(T a, T b) {                                                       \
+        return __VA_ARGS__(a, b);                                                                  \
+    }
+
+#define NX_INTEGER_FLAT_UNARY(Op, ...)                                                             \
+    NX_INTEGER_FLAT_TYPES(NX_INTEGER_FLAT_UNARY_MEMBER, Op, __VA_ARGS__)
+#define NX_INTEGER_FLAT_BINARY(Op, ...)                                                            \
+    NX_INTEGER_FLAT_TYPES(NX_INTEGER_FLAT_BINARY_MEMBER, Op, __VA_ARGS__)
+
 #endif

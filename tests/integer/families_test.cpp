@@ -1,4 +1,5 @@
 // What holds for every family: rules against exact numbers, and shapes against single elements.
+#include <optional>
 #include <tuple>
 
 #include <nx/nx.hpp>
@@ -9,16 +10,34 @@
 namespace nx::test {
 namespace {
 
-using Families = std::tuple<PlusFamily, MinusFamily, TimesFamily, RdivideFamily, RemFamily,
-                            ModFamily, PowerFamily>;
+using Families =
+    std::tuple<PlusFamily, MinusFamily, TimesFamily, RdivideFamily, RemFamily, ModFamily,
+               PowerFamily, ChoiceFamily<MinChoice>, ChoiceFamily<MaxChoice>,
+               ChoiceFamily<MinNaNChoice>, ChoiceFamily<MaxNaNChoice>, ChoiceFamily<MinAbsChoice>,
+               ChoiceFamily<MaxAbsChoice>, ChoiceFamily<MinAbsNaNChoice>,
+               ChoiceFamily<MaxAbsNaNChoice>>;
 
+using IntegerOnlyFamilies = std::tuple<BitandFamily, BitorFamily, BitxorFamily, BitcmpFamily,
+                                       SignFamily, AbsFamily, UminusFamily>;
+
+template <class Tuple = Families>
 void ForEachFamily(auto visit) {
-    std::apply([&](auto... family) { (visit(family), ...); }, Families{});
+    std::apply([&](auto... family) { (visit(family), ...); }, Tuple{});
 }
 
 template <class T>
 class IntegerFamilies : public ::testing::Test {};
 TYPED_TEST_SUITE(IntegerFamilies, IntegerTypes);
+
+/// The exact result, saturated; or a choice.
+template <class Family, class T>
+T SameResult(T a, T b) {
+    if constexpr (requires { Family::Same(a, b); }) {
+        return Family::Same(a, b);
+    } else {
+        return Saturated<T>(Family::Value(a, b));
+    }
+}
 
 /// All results of one operand with many others, by arrays and with either operand fixed.
 template <class Family, class T>
@@ -36,10 +55,10 @@ void CheckSame(const std::vector<T>& values) {
         Family::Call(fixed.data(), &one, bs.data(), 1ul, 0ul, 1ul, count);
         Family::Call(swapped.data(), as.data(), &exponent, 1ul, 1ul, 0ul, count);
         for (std::size_t i = 0; i < count; ++i) {
-            ASSERT_EQ(+got[i], +Saturated<T>(Family::Value(one, bs[i])))
+            ASSERT_EQ(+got[i], +SameResult<Family>(one, bs[i]))
                 << Family::name << ' ' << +one << ' ' << +bs[i];
             ASSERT_EQ(+fixed[i], +got[i]) << Family::name << ' ' << +one << ' ' << +bs[i];
-            ASSERT_EQ(+swapped[i], +Saturated<T>(Family::Value(as[i], exponent)))
+            ASSERT_EQ(+swapped[i], +SameResult<Family>(as[i], exponent))
                 << Family::name << ' ' << +as[i] << ' ' << +exponent;
         }
     }
@@ -59,7 +78,9 @@ TYPED_TEST(IntegerFamilies, FollowExactNumbers) {
         const std::vector<T> drawn = DrawOperands<T>(random, 150);
         values.insert(values.end(), drawn.begin(), drawn.end());
     }
-    ForEachFamily([&]<class Family>(Family) { CheckSame<Family, T>(values); });
+    const auto check = [&]<class Family>(Family) { CheckSame<Family, T>(values); };
+    ForEachFamily(check);
+    ForEachFamily<IntegerOnlyFamilies>(check);
 }
 
 /// Every interesting pair and random ones.
@@ -84,13 +105,21 @@ struct MixedOperands {
 };
 
 /// What types of at most 32 bits give, which meet a `double` in `double`; and those of 64 bits, which
-/// meet it in exact arithmetic.
+/// meet it in exact arithmetic, or nothing where they depart from that.
 template <class Family, class T>
-T MixedResult(auto a, auto b) {
-    const double real = Family::Real(static_cast<double>(a), static_cast<double>(b));
-    const bool finite =
-        std::isfinite(static_cast<double>(a)) && std::isfinite(static_cast<double>(b));
-    return sizeof(T) == 8 && finite ? Saturated<T>(Family::Value(a, b)) : SaturatedDouble<T>(real);
+std::optional<T> MixedResult(auto a, auto b) {
+    if constexpr (requires { Family::Mixed(a, b); }) {
+        return Family::Mixed(a, b);
+    } else {
+        const bool isExact = sizeof(T) == 8;
+        if (isExact && Family::Departs(a, b)) {
+            return std::nullopt;
+        }
+        const double first = static_cast<double>(a), second = static_cast<double>(b);
+        return isExact && std::isfinite(first) && std::isfinite(second)
+                   ? Saturated<T>(Family::Value(a, b))
+                   : SaturatedDouble<T>(Family::Real(first, second));
+    }
 }
 
 TYPED_TEST(IntegerFamilies, MeetArraysOfDoubles) {
@@ -105,10 +134,9 @@ TYPED_TEST(IntegerFamilies, MeetArraysOfDoubles) {
             }
             Family::Call(result.data(), a.data(), b.data(), 1ul, 1ul, 1ul, count);
             for (std::size_t i = 0; i < count; ++i) {
-                if (sizeof(T) < 8 || !Family::Departs(a[i], b[i])) {
-                    ASSERT_EQ(+result[i], (+MixedResult<Family, T>(a[i], b[i])))
-                        << Family::name << ' ' << +a[i] << ' ' << +b[i];
-                }
+                const std::optional<T> want = MixedResult<Family, T>(a[i], b[i]);
+                ASSERT_EQ(+result[i], +want.value_or(result[i]))
+                    << Family::name << ' ' << +a[i] << ' ' << +b[i];
             }
         };
         check(operands.x, operands.n);
@@ -160,6 +188,8 @@ TYPED_TEST(IntegerFamilies, AreTheSameInEveryShape) {
         CheckShapes<Family, T, double, T>();
         CheckShapes<Family, T, T, double>();
     });
+    ForEachFamily<IntegerOnlyFamilies>(
+        []<class Family>(Family) { CheckShapes<Family, T, T, T>(); });
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Results that hosts rely on by value, where they do not follow from exact numbers alone: one `double` for
 // a whole array, ties, and operands that are no numbers.
+#include <algorithm>
 #include <cstdlib>
 
 #include <nx/nx.hpp>
@@ -236,6 +237,30 @@ TYPED_TEST(IntegerPower, OneExponentThrowsWithoutElements) {
     EXPECT_FALSE(throws(2.5));
     if constexpr (std::is_signed_v<T>) {
         EXPECT_TRUE(throws(static_cast<T>(-1)));
+    }
+}
+
+TEST(IntegerKnown, ExtremesCompareBeforeTheyRound) {
+    const auto min = [](auto... x) { nx::IntVectorMin(x...); };
+    const auto max = [](auto... x) { nx::IntVectorMax(x...); };
+    Of<signed char>(max).Second(__LINE__, As::array, 3, 3.6, 4);
+    Of<signed char>(min).Second(__LINE__, As::scalar, 3, 2.7, 3);
+    // As `double`, these two are equal; as integers they are not.
+    constexpr long n = (1L << 53) + 1;
+    Of<long>(min).Second(__LINE__, As::array, n, 0x1p53, n);
+    Of<long>(min).First(__LINE__, As::array, 0x1p53, n, n - 1);
+    Of<long>(min).Second(__LINE__, As::scalar, n, 0x1p53, n - 1);
+    Of<unsigned char>([](auto... x) {
+        nx::IntVectorMinAbs(x...);
+    }).Second(__LINE__, As::scalar, 7, -5.0, 0);
+}
+
+TEST(IntegerKnown, NegativesOfUnsignedNumbersDoNotReadTheSource) {
+    unsigned short results[40];
+    for (const unsigned long stride : {1ul, 2ul}) {
+        std::fill(std::begin(results), std::end(results), 7);
+        nx::IntVectorUminus<unsigned short>(results, nullptr, stride, stride, 20);
+        EXPECT_EQ(std::count(std::begin(results), std::end(results), 0), 20);
     }
 }
 

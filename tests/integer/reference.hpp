@@ -2,6 +2,7 @@
 #ifndef NX_TESTS_INTEGER_REFERENCE_HPP
 #define NX_TESTS_INTEGER_REFERENCE_HPP
 
+#include <algorithm>
 #include <cmath>
 
 #include <gmpxx.h>
@@ -245,6 +246,256 @@ struct PowerFamily {
     }
     static bool Departs(auto, double b) {
         return !std::isfinite(b);
+    }
+};
+
+// The eight choices between two operands: by value or by magnitude, where a NaN loses or wins.
+
+__extension__ typedef __int128 Wide;
+
+template <class Choice>
+struct ChoiceFamily : Choice {
+    /// The rule, row by row: whether the `double` is taken, where it is the second operand and where it is
+    /// the first. v and x are the values, A and X the magnitudes.
+    template <class T>
+    static T Mixed(T n, double x, bool doubleIsFirst) {
+        const T saturated = std::is_signed_v<T> && n == lo<T> ? hi<T>
+                            : n < 0                           ? static_cast<T>(-n)
+                                                              : n;
+        const double v = static_cast<double>(n);
+        const double A = static_cast<double>(saturated);
+        const bool takesDouble = doubleIsFirst ? Choice::TakesFirst(v, x, A, std::fabs(x))
+                                               : Choice::TakesSecond(v, x, A, std::fabs(x));
+        return takesDouble ? SaturatedDouble<T>(x) : n;
+    }
+    template <class T>
+    static T Mixed(T a, double b) {
+        return Mixed(a, b, false);
+    }
+    template <class T>
+    static T Mixed(double a, T b) {
+        return Mixed(b, a, true);
+    }
+    template <class T>
+    static T Same(T a, T b) {
+        // Wide enough for every magnitude.
+        const auto size = [](Wide n) { return std::min(n < 0 ? -n : n, Wide{hi<T>}); };
+        return Choice::TakesB(Wide{a}, Wide{b}, size(a), size(b)) ? b : a;
+    }
+};
+
+struct MinChoice {
+    static constexpr const char* name = "Min";
+    static void Call(auto... x) {
+        nx::IntVectorMin(x...);
+    }
+    static bool TakesB(Wide a, Wide b, Wide, Wide) {
+        return b < a;
+    }
+    static bool TakesSecond(double v, double x, double, double) {
+        return v > x;
+    }
+    static bool TakesFirst(double v, double x, double, double) {
+        return v >= x;
+    }
+};
+
+struct MaxChoice {
+    static constexpr const char* name = "Max";
+    static void Call(auto... x) {
+        nx::IntVectorMax(x...);
+    }
+    static bool TakesB(Wide a, Wide b, Wide, Wide) {
+        return b > a;
+    }
+    static bool TakesSecond(double v, double x, double, double) {
+        return x > v;
+    }
+    static bool TakesFirst(double v, double x, double, double) {
+        return x >= v;
+    }
+};
+
+struct MinNaNChoice {
+    static constexpr const char* name = "MinNaN";
+    static void Call(auto... x) {
+        nx::IntVectorMinNaN(x...);
+    }
+    static bool TakesB(Wide a, Wide b, Wide, Wide) {
+        return b < a;
+    }
+    static bool TakesSecond(double v, double x, double, double) {
+        return !(x >= v);
+    }
+    static bool TakesFirst(double v, double x, double, double) {
+        return !(x > v);
+    }
+};
+
+struct MaxNaNChoice {
+    static constexpr const char* name = "MaxNaN";
+    static void Call(auto... x) {
+        nx::IntVectorMaxNaN(x...);
+    }
+    static bool TakesB(Wide a, Wide b, Wide, Wide) {
+        return b > a;
+    }
+    static bool TakesSecond(double v, double x, double, double) {
+        return !(v >= x);
+    }
+    static bool TakesFirst(double v, double x, double, double) {
+        return !(v > x);
+    }
+};
+
+struct MinAbsChoice {
+    static constexpr const char* name = "MinAbs";
+    static void Call(auto... x) {
+        nx::IntVectorMinAbs(x...);
+    }
+    static bool TakesB(Wide a, Wide b, Wide A, Wide B) {
+        return B < A || (B == A && b > a);
+    }
+    static bool TakesSecond(double v, double x, double A, double X) {
+        return A >= X && !(A == X && v >= x);
+    }
+    static bool TakesFirst(double v, double x, double A, double X) {
+        return A >= X && (A != X || x >= v);
+    }
+};
+
+struct MaxAbsChoice {
+    static constexpr const char* name = "MaxAbs";
+    static void Call(auto... x) {
+        nx::IntVectorMaxAbs(x...);
+    }
+    static bool TakesB(Wide a, Wide b, Wide A, Wide B) {
+        return B > A || (B == A && b < a);
+    }
+    static bool TakesSecond(double v, double x, double A, double X) {
+        return X >= A && !(A == X && x >= v);
+    }
+    static bool TakesFirst(double v, double x, double A, double X) {
+        return X >= A && (A != X || v >= x);
+    }
+};
+
+struct MinAbsNaNChoice {
+    static constexpr const char* name = "MinAbsNaN";
+    static void Call(auto... x) {
+        nx::IntVectorMinAbsNaN(x...);
+    }
+    static bool TakesB(Wide a, Wide b, Wide A, Wide B) {
+        return B < A || (B == A && b > a);
+    }
+    static bool TakesSecond(double v, double x, double A, double X) {
+        return !(X >= A) || (A == X && !(v >= x));
+    }
+    static bool TakesFirst(double v, double x, double A, double X) {
+        return !(X >= A) || (A == X && x >= v);
+    }
+};
+
+struct MaxAbsNaNChoice {
+    static constexpr const char* name = "MaxAbsNaN";
+    static void Call(auto... x) {
+        nx::IntVectorMaxAbsNaN(x...);
+    }
+    static bool TakesB(Wide a, Wide b, Wide A, Wide B) {
+        return B > A || (B == A && b < a);
+    }
+    static bool TakesSecond(double v, double x, double A, double X) {
+        return !(A >= X) || (A == X && !(x >= v));
+    }
+    static bool TakesFirst(double v, double x, double A, double X) {
+        return !(A >= X) || (A == X && v >= x);
+    }
+};
+
+// Families of integers alone. Those of one operand ignore the second one here.
+
+struct BitandFamily {
+    static constexpr const char* name = "Bitand";
+    static void Call(auto... x) {
+        nx::IntVectorBitand(x...);
+    }
+    template <class T>
+    static T Same(T a, T b) {
+        return static_cast<T>(a & b);
+    }
+};
+
+struct BitorFamily {
+    static constexpr const char* name = "Bitor";
+    static void Call(auto... x) {
+        nx::IntVectorBitor(x...);
+    }
+    template <class T>
+    static T Same(T a, T b) {
+        return static_cast<T>(a | b);
+    }
+};
+
+struct BitxorFamily {
+    static constexpr const char* name = "Bitxor";
+    static void Call(auto... x) {
+        nx::IntVectorBitxor(x...);
+    }
+    template <class T>
+    static T Same(T a, T b) {
+        return static_cast<T>(a ^ b);
+    }
+};
+
+struct BitcmpFamily {
+    static constexpr const char* name = "Bitcmp";
+    template <class T>
+    static void Call(T* dst, T* a, T*, unsigned long dstStride, unsigned long aStride,
+                     unsigned long, unsigned long count) {
+        nx::IntVectorBitcmp(dst, a, dstStride, aStride, count);
+    }
+    template <class T>
+    static T Same(T a, T) {
+        return static_cast<T>(-1 - Wide{a});
+    }
+};
+
+struct SignFamily {
+    static constexpr const char* name = "Sign";
+    template <class T>
+    static void Call(T* dst, T* a, T*, unsigned long dstStride, unsigned long aStride,
+                     unsigned long, unsigned long count) {
+        nx::IntVectorSign(dst, a, dstStride, aStride, count);
+    }
+    template <class T>
+    static T Same(T a, T) {
+        return a < 0 ? static_cast<T>(-1) : static_cast<T>(a != 0);
+    }
+};
+
+struct AbsFamily {
+    static constexpr const char* name = "Abs";
+    template <class T>
+    static void Call(T* dst, T* a, T*, unsigned long dstStride, unsigned long aStride,
+                     unsigned long, unsigned long count) {
+        nx::IntVectorAbs(dst, a, dstStride, aStride, count);
+    }
+    template <class T>
+    static T Same(T a, T) {
+        return Saturated<T>(abs(Exact(a)));
+    }
+};
+
+struct UminusFamily {
+    static constexpr const char* name = "Uminus";
+    template <class T>
+    static void Call(T* dst, T* a, T*, unsigned long dstStride, unsigned long aStride,
+                     unsigned long, unsigned long count) {
+        nx::IntVectorUminus(dst, a, dstStride, aStride, count);
+    }
+    template <class T>
+    static T Same(T a, T) {
+        return Saturated<T>(-Exact(a));
     }
 };
 

@@ -1,0 +1,156 @@
+// Minimum and maximum of integers and `double`, compared before anything is rounded.
+#ifndef NX_INTEGER_EXTREMES_HPP
+#define NX_INTEGER_EXTREMES_HPP
+
+#include <cmath>
+
+#include "integer/frame.hpp"
+
+namespace nx::integer {
+
+enum class Direction { smallest, largest };
+
+/// What is compared: values; or magnitudes, and the values of equal ones the other way round.
+enum class Order { value, magnitude };
+
+/// Which of a NaN and an integer is taken; the NaN then gives 0.
+enum class NaNPolicy { loses, wins };
+
+/// |n|, or the upper limit for the lowest number.
+template <Integer T>
+T SaturatedMagnitude(T n) {
+    return IsNegative(n) ? SaturatingDifference(T{0}, n) : n;
+}
+
+template <Direction direction, Order order, NaNPolicy policy>
+struct Extreme : CollapsesIntegers {
+    static constexpr bool isShort = true;
+
+    template <Integer T>
+    static T Same(T a, T b) {
+        if constexpr (order == Order::magnitude) {
+            const T magnitudeA = SaturatedMagnitude(a);
+            const T magnitudeB = SaturatedMagnitude(b);
+            if (magnitudeA != magnitudeB) {
+                return IsBefore(magnitudeB, magnitudeA) ? b : a;
+            }
+            return IsBefore(a, b) ? b : a;
+        }
+        return IsBefore(b, a) ? b : a;
+    }
+
+    template <Narrow T, Form form, Value V>
+    static V Real(V a, V b) {
+        const V n = form == Form::doubleFirst ? b : a;
+        const V x = form == Form::doubleFirst ? a : b;
+        if constexpr (order == Order::value) {
+            return policy == NaNPolicy::wins ? Earlier(x, n) : Earlier(n, x);
+        } else {
+            const V size = Abs(n);
+            const V highest = Broadcast<V>(hi<T>);
+            const V magnitude = isSigned<T> ? Select(Less(highest, size), highest, size) : size;
+            return Select(KeepsInteger<form>(n, magnitude, x), n, x);
+        }
+    }
+
+    template <Long T>
+    static T Exact(T n, double x) {
+        return Choice<Form::doubleSecond>(n, x);
+    }
+    template <Long T>
+    static T Exact(double x, T n) {
+        return Choice<Form::doubleFirst>(n, x);
+    }
+
+    /// Unsigned magnitudes are values.
+    template <Narrow T>
+    requires(order == Order::value || !isSigned<T>) static Block<T> Blocks(Block<T> a, Block<T> b) {
+        return ByValue<T>(a, b);
+    }
+
+private:
+    template <class V>
+    static auto IsBefore(V a, V b) {
+        if constexpr (direction == Direction::smallest) {
+            return a < b;
+        } else {
+            return b < a;
+        }
+    }
+
+    /// b where it is before a, and a otherwise: also where one of them is a NaN.
+    static double Earlier(double a, double b) {
+        return IsBefore(b, a) ? b : a;
+    }
+    static f64x2 Earlier(f64x2 a, f64x2 b) {
+        return direction == Direction::smallest ? Lesser(a, b) : Greater(a, b);
+    }
+
+    template <Narrow T>
+    static Block<T> ByValue(Block<T> a, Block<T> b) {
+        const auto va = (__m128i)a;
+        const auto vb = (__m128i)b;
+        constexpr bool smallest = direction == Direction::smallest;
+        if constexpr (std::same_as<T, unsigned char>) {
+            return (Block<T>)(smallest ? _mm_min_epu8(va, vb) : _mm_max_epu8(va, vb));
+        } else if constexpr (std::same_as<T, short>) {
+            return (Block<T>)(smallest ? _mm_min_epi16(va, vb) : _mm_max_epi16(va, vb));
+        } else if constexpr (std::same_as<T, signed char>) {
+            // The instruction exists for unsigned bytes, and below for signed numbers of 16 bits.
+            return Flip<T>(ByValue<unsigned char>(Flip<unsigned char>(a), Flip<unsigned char>(b)));
+        } else if constexpr (std::same_as<T, unsigned short>) {
+            return Flip<T>(ByValue<short>(Flip<short>(a), Flip<short>(b)));
+        } else if constexpr (std::same_as<T, int>) {
+            return Choose<T>(IsBefore(a, b), a, b);
+        } else {
+            return Choose<T>(IsBefore(Flip<int>(a), Flip<int>(b)), a, b);
+        }
+    }
+
+    /// The block with its top bits flipped: so are unsigned numbers ordered as signed ones, and back.
+    template <Integer T, class B>
+    static Block<T> Flip(B v) {
+        return (Block<T>)v ^ static_cast<T>(T{1} << (8 * sizeof(T) - 1));
+    }
+
+    /// Whether an integer, given by its value and its saturated magnitude, is taken and not x.
+    template <Form form, Value V>
+    static MaskOf<V> KeepsInteger(V n, V magnitude, V x) {
+        constexpr bool smallest = direction == Direction::smallest;
+        constexpr bool isFirst = form == Form::doubleSecond;
+        const bool numberLoses = policy == NaNPolicy::wins;
+        const MaskOf<V> byNaN = numberLoses ? MaskOf<V>{} : IsNaN(x);
+        if constexpr (order == Order::value) {
+            const V lower = smallest ? n : x;
+            const V upper = smallest ? x : n;
+            return byNaN | (isFirst ? LessEqual(lower, upper) : Less(lower, upper));
+        } else {
+            const V size = Abs(x);
+            const MaskOf<V> before = smallest ? Less(magnitude, size) : Less(size, magnitude);
+            const V lower = smallest ? x : n;
+            const V upper = smallest ? n : x;
+            const MaskOf<V> byValue = isFirst ? LessEqual(lower, upper) : Less(lower, upper);
+            return byNaN | before | (Equal(magnitude, size) & byValue);
+        }
+    }
+
+    template <Form form, Long T>
+    static T Choice(T n, double x) {
+        const bool keeps = KeepsInteger<form>(static_cast<double>(n),
+                                              static_cast<double>(SaturatedMagnitude(n)), x);
+        return keeps ? n : SaturateRound<T>(x);
+    }
+};
+
+using Min = Extreme<Direction::smallest, Order::value, NaNPolicy::loses>;
+using Max = Extreme<Direction::largest, Order::value, NaNPolicy::loses>;
+using MinNaN = Extreme<Direction::smallest, Order::value, NaNPolicy::wins>;
+using MaxNaN = Extreme<Direction::largest, Order::value, NaNPolicy::wins>;
+using MinAbs = Extreme<Direction::smallest, Order::magnitude, NaNPolicy::loses>;
+using MaxAbs = Extreme<Direction::largest, Order::magnitude, NaNPolicy::loses>;
+using MinAbsNaN = Extreme<Direction::smallest, Order::magnitude, NaNPolicy::wins>;
+using MaxAbsNaN = Extreme<Direction::largest, Order::magnitude, NaNPolicy::wins>;
+
+} // namespace nx::integer
+
+#endif
