@@ -1,5 +1,5 @@
-// The flat complex entries in a loop, beside the same loop over the C library's functions, which are
-// what the functions of std::complex call.
+// The flat complex entries in a loop, beside the same loop over the C library's functions, which
+// are what the functions of std::complex call.
 #include <complex>
 #include <cstdint>
 

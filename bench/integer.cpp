@@ -1,5 +1,5 @@
-// The integer families beside plain loops with clamps. This file is compiled at -O2, where the compiler
-// vectorises little by itself.
+// The integer families beside plain loops with clamps. This file is compiled at -O2, where the
+// compiler vectorises little by itself.
 #include <climits>
 #include <cmath>
 #include <cstdlib>
@@ -60,8 +60,8 @@ T Remainder(T a, T b) {
     return b == 0 || isMinusOne ? T{0} : static_cast<T>(a % b);
 }
 
-/// Of what kind the operands are: two arrays of T; one `double` for the whole array and one of T; or
-/// arrays of both.
+/// Of what kind the operands are: two arrays of T; one `double` for the whole array and one of T;
+/// or arrays of both.
 enum class Operands { integers, oneDouble, doubles };
 
 constexpr double oneDouble = 3;

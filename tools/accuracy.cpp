@@ -1,5 +1,5 @@
-// Measures the real functions against MPFR: the largest error found in each range of arguments, as a
-// Markdown table on stdout.
+// Measures the real functions against MPFR: the largest error found in each range of arguments, as
+// a Markdown table on stdout.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>

@@ -1,6 +1,6 @@
-// Checks the real functions of one argument beyond what tests have time for: each over lanes against
-// its kernel, and the kernel against the slow reference. For `float` over all arguments there are; for
-// `double`, with --doubles, over as many random ones as asked for.
+// Checks the real functions of one argument beyond what tests have time for: each over lanes
+// against its kernel, and the kernel against the slow reference. For `float` over all arguments
+// there are; for `double`, with --doubles, over as many random ones as asked for.
 #include <algorithm>
 #include <cstdint>
 #include <iostream>
@@ -27,8 +27,8 @@ struct Mismatch {
     T x, lanes, kernel, reference;
 };
 
-/// Chunk number `chunk` of the arguments: consecutive patterns of a `float`; a `double` at random, any
-/// pattern, any of a range of the function and evenly from such a range by turns.
+/// Chunk number `chunk` of the arguments: consecutive patterns of a `float`; a `double` at random,
+/// any pattern, any of a range of the function and evenly from such a range by turns.
 void FillChunk(std::vector<float>& x, const UnaryFunction<float>&, std::uint64_t chunk) {
     for (std::uint64_t i = 0; i < chunkElements; ++i) {
         x[i] = FromBits<float>(static_cast<std::uint32_t>(chunk * chunkElements + i));

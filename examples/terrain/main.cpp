@@ -1,5 +1,5 @@
-// Reads a grid of heights, takes the logarithm of every one and the light on it with nx, and paints the
-// result.
+// Reads a grid of heights, takes the logarithm of every one and the light on it with nx, and paints
+// the result.
 #include <cstdio>
 #include <exception>
 #include <filesystem>

@@ -11,8 +11,8 @@ using Numbers = std::vector<double>;
 /// Metres along a meridian from one degree to the next.
 constexpr double metresPerDegree = 111195;
 
-/// From the neighbour before to the neighbour after each of `count` values, which lie `stride` apart; at
-/// the ends, from or to the value itself.
+/// From the neighbour before to the neighbour after each of `count` values, which lie `stride`
+/// apart; at the ends, from or to the value itself.
 void Difference(double* difference, double* values, unsigned long stride, unsigned long count) {
     if (count < 2) {
         nx::Minus(difference, values, values, stride, stride, stride, count);
@@ -25,8 +25,8 @@ void Difference(double* difference, double* values, unsigned long stride, unsign
     nx::Minus(last, lastValue, lastValue - stride, stride, stride, stride, 1);
 }
 
-/// The distances, in degrees, over which differences along an axis are taken. A single coordinate has no
-/// neighbours, and any distance does.
+/// The distances, in degrees, over which differences along an axis are taken. A single coordinate
+/// has no neighbours, and any distance does.
 Numbers Distances(Numbers& axis) {
     Numbers distances(axis.size(), 1);
     if (axis.size() > 1) {

@@ -1,4 +1,5 @@
-// The light on a terrain, as a host of nx computes it: slopes, where they face, and how bright they are.
+// The light on a terrain, as a host of nx computes it: slopes, where they face, and how bright they
+// are.
 #ifndef TERRAIN_RELIEF_HPP
 #define TERRAIN_RELIEF_HPP
 
@@ -14,8 +15,8 @@ struct Light {
     double exaggeration = 4; ///< by how much heights are stretched
 };
 
-/// The brightness of every height beside that of level ground: 1 where it is level, 0 where the light does
-/// not reach. Row by row, as the heights of the grid.
+/// The brightness of every height beside that of level ground: 1 where it is level, 0 where the
+/// light does not reach. Row by row, as the heights of the grid.
 std::vector<double> ComputeShade(Grid& grid, Light light);
 
 } // namespace terrain

@@ -302,9 +302,9 @@ template <class TDst, class TSrc>
 NX_API unsigned long Acoth(TDst* dst, TSrc* src, unsigned long dstStride, unsigned long srcStride,
                            unsigned long count);
 
-// Circular functions of degrees. At every multiple of 15 degrees sine, cosine and tangent are correctly
-// rounded: an exact zero, an exact 0.5, an exact infinity at a pole. The others are one division of
-// these. Both parts of complex elements are in degrees.
+// Circular functions of degrees. At every multiple of 15 degrees sine, cosine and tangent are
+// correctly rounded: an exact zero, an exact 0.5, an exact infinity at a pole. The others are one
+// division of these. Both parts of complex elements are in degrees.
 
 /// Sine of degrees: 30 gives 0.5; 180 gives `+0`, -180 `-0`; an infinity gives a NaN. Members:
 /// `SinD<T>`, `SinD<std::complex<T>>`.
@@ -342,7 +342,8 @@ template <class T>
 NX_API void CotD(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
                  unsigned long count);
 
-// Inverse circular functions in degrees: the radians of the functions above, each part times 180/pi.
+// Inverse circular functions in degrees: the radians of the functions above, each part times
+// 180/pi.
 
 /// Arc sine in degrees. Real members stop at `|x| > 1`. Members: `AsinD<T>`,
 /// `AsinD<std::complex<T>>`.
@@ -405,14 +406,14 @@ NX_API void AcotD(T* dst, T* src, unsigned long dstStride, unsigned long srcStri
 
 // Circular functions of multiples of pi, reduced without a rounding.
 
-/// `sin(pi * x)`: correctly rounded at multiples of 1/4 and, up to 1, of 1/12; integers give zeros; an infinity gives a NaN.
-/// Members: `SinPi<T>`, `SinPi<std::complex<T>>`.
+/// `sin(pi * x)`: correctly rounded at multiples of 1/4 and, up to 1, of 1/12; integers give zeros;
+/// an infinity gives a NaN. Members: `SinPi<T>`, `SinPi<std::complex<T>>`.
 template <class T>
 NX_API void SinPi(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
                   unsigned long count);
 
-/// `cos(pi * x)`: correctly rounded at multiples of 1/4 and, up to 1, of 1/12; 0.5 and 1.5 give `+0`; an infinity gives a NaN.
-/// Members: `CosPi<T>`, `CosPi<std::complex<T>>`.
+/// `cos(pi * x)`: correctly rounded at multiples of 1/4 and, up to 1, of 1/12; 0.5 and 1.5 give
+/// `+0`; an infinity gives a NaN. Members: `CosPi<T>`, `CosPi<std::complex<T>>`.
 template <class T>
 NX_API void CosPi(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
                   unsigned long count);

@@ -7,9 +7,9 @@
 
 namespace nx {
 
-/// `a` to the power `b` for real elements, as the complex value that a negative `a` with a fractional
-/// `b` has; elsewhere that of the real `Power` of <nx/real.hpp>, with +0 as imaginary part. Mixed
-/// members widen to `double` and round each part once.
+/// `a` to the power `b` for real elements, as the complex value that a negative `a` with a
+/// fractional `b` has; elsewhere that of the real `Power` of <nx/real.hpp>, with +0 as imaginary
+/// part. Mixed members widen to `double` and round each part once.
 /// Members: (cd, d, d), (cf, f, f), (cf, f, d), (cf, d, f).
 template <class TDst, class TA, class TB>
 NX_API void PowerComplex(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,

@@ -28,8 +28,9 @@ namespace nx {
 //   (cd, cd, cd), (cd, cd, d), (cd, d, cd),
 //   (cf, cf, cf), (cf, cf, cd), (cf, cd, cf), (cf, cf, f), (cf, f, cf), (cf, cf, d), (cf, d, cf),
 //   (cf, cd, f), (cf, f, cd).
-// Where one operand is of `double` base, both are widened and all is computed in `double`; a `float`
-// destination is rounded to once, at the store. A real operand meets a complex one as (x, +0).
+// Where one operand is of `double` base, both are widened and all is computed in `double`; a
+// `float` destination is rounded to once, at the store. A real operand meets a complex one as (x,
+// +0).
 
 /// Sum `a + b`, part by part, each one IEEE 754 operation. With a real operand, an imaginary part
 /// of -0 becomes +0.
@@ -38,8 +39,8 @@ NX_API void Plus(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long
                  unsigned long bStride, unsigned long count);
 
 /// Difference `a - b`, part by part, each one IEEE 754 operation. A complex `a` minus a real `b`
-/// keeps its imaginary part; a real `a` minus a complex `b` has the imaginary part `0 - im`, which is
-/// +0 for a zero of either sign.
+/// keeps its imaginary part; a real `a` minus a complex `b` has the imaginary part `0 - im`, which
+/// is +0 for a zero of either sign.
 template <class TDst, class TA, class TB>
 NX_API void Minus(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
                   unsigned long bStride, unsigned long count);
@@ -56,30 +57,30 @@ NX_API void Times(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned lon
 
 /// Quotient `a / b`. Of real operands, one IEEE 754 operation: a zero divisor gives an infinity of
 /// the proper sign, or a NaN for `0 / 0`. Of complex ones:
-/// - if a part of the divisor is zero, the other divides part by part, and a part of the result that
-///   comes from a zero is +0, the imaginary one first: `(1 - 0i) / -2` is `(-0.5, +0)`, and
+/// - if a part of the divisor is zero, the other divides part by part, and a part of the result
+///   that comes from a zero is +0, the imaginary one first: `(1 - 0i) / -2` is `(-0.5, +0)`, and
 ///   `0 / 0` is `(NaN, +0)`;
 /// - otherwise by Smith's method. Nothing is scaled, and a NaN that infinities give stays.
 template <class TDst, class TA, class TB>
 NX_API void Rdivide(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
                     unsigned long bStride, unsigned long count);
 
-// Operations of one operand, in its own precision. Unless a family says otherwise its members are d,
-// f, cd and cf, and the destination has the type of the source.
+// Operations of one operand, in its own precision. Unless a family says otherwise its members are
+// d, f, cd and cf, and the destination has the type of the source.
 
 /// The element itself, bit for bit. Members: d, f.
 template <class T>
 NX_API void Uplus(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
                   unsigned long count);
 
-/// The sign of a real element or of the real part flipped, also that of a zero or NaN; the imaginary
-/// part is `0 - im`, which is +0 for a zero of either sign.
+/// The sign of a real element or of the real part flipped, also that of a zero or NaN; the
+/// imaginary part is `0 - im`, which is +0 for a zero of either sign.
 template <class T>
 NX_API void Uminus(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
                    unsigned long count);
 
-/// The conjugate: a real element or the real part bit for bit; the imaginary part is `0 - im`, which
-/// is +0 for a zero of either sign.
+/// The conjugate: a real element or the real part bit for bit; the imaginary part is `0 - im`,
+/// which is +0 for a zero of either sign.
 template <class T>
 NX_API void Conj(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
                  unsigned long count);
@@ -133,8 +134,8 @@ NX_API void IsFinite(bool* dst, T* src, unsigned long dstStride, unsigned long s
                      unsigned long count);
 
 /// The element as a fraction of magnitude in [0.5, 1), written to `dst`, times two to an exponent,
-/// written to `exponentDst`. A zero, an infinity and a NaN are their own fraction; the exponent of a
-/// `float` one and of a zero is 0, that of an infinite or NaN `double` what the system's `frexp`
+/// written to `exponentDst`. A zero, an infinity and a NaN are their own fraction; the exponent of
+/// a `float` one and of a zero is 0, that of an infinite or NaN `double` what the system's `frexp`
 /// stores. Members: d, f.
 template <class T>
 NX_API void Frexp(T* dst, int* exponentDst, T* src, unsigned long dstStride,

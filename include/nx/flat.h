@@ -257,18 +257,18 @@ NX_API void nxSingleComplexScalarCosh(float re, float im, float* resultRe, float
 NX_API void nxDoubleComplexScalarTanh(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarTanh(float re, float im, float* resultRe, float* resultIm);
 
-/** Arccosine, with cuts on the real axis beyond -1 and 1: both zeros give (pi, -acosh|re|) beyond -1
- * and (0, acosh(re)) beyond 1. On [-1, 1] the imaginary part is +0. */
+/** Arccosine, with cuts on the real axis beyond -1 and 1: both zeros give (pi, -acosh|re|) beyond
+ * -1 and (0, acosh(re)) beyond 1. On [-1, 1] the imaginary part is +0. */
 NX_API void nxDoubleComplexScalarAcos(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarAcos(float re, float im, float* resultRe, float* resultIm);
 
-/** Inverse hyperbolic cosine, with a cut on the real axis below 1: both zeros give an imaginary part
- * in [0, pi]. From 1 on it is +0. */
+/** Inverse hyperbolic cosine, with a cut on the real axis below 1: both zeros give an imaginary
+ * part in [0, pi]. From 1 on it is +0. */
 NX_API void nxDoubleComplexScalarAcosh(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarAcosh(float re, float im, float* resultRe, float* resultIm);
 
-/** Arcsine, with cuts on the real axis beyond -1 and 1: both zeros give (-pi/2, acosh|re|) beyond -1
- * and (pi/2, -acosh(re)) beyond 1. On [-1, 1] the imaginary part is +0. */
+/** Arcsine, with cuts on the real axis beyond -1 and 1: both zeros give (-pi/2, acosh|re|) beyond
+ * -1 and (pi/2, -acosh(re)) beyond 1. On [-1, 1] the imaginary part is +0. */
 NX_API void nxDoubleComplexScalarAsin(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarAsin(float re, float im, float* resultRe, float* resultIm);
 
@@ -276,8 +276,8 @@ NX_API void nxSingleComplexScalarAsin(float re, float im, float* resultRe, float
 NX_API void nxDoubleComplexScalarAsinh(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarAsinh(float re, float im, float* resultRe, float* resultIm);
 
-/** Arctangent, with cuts on the imaginary axis beyond -1 and 1. A zero im gives +0; next to -i and i
- * the imaginary part stays finite. */
+/** Arctangent, with cuts on the imaginary axis beyond -1 and 1. A zero im gives +0; next to -i
+ * and i the imaginary part stays finite. */
 NX_API void nxDoubleComplexScalarAtan(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarAtan(float re, float im, float* resultRe, float* resultIm);
 
@@ -288,6 +288,7 @@ NX_API void nxDoubleComplexScalarPower(double aRe, double aIm, double bRe, doubl
                                        double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarPower(float aRe, float aIm, float bRe, float bIm, float* resultRe,
                                        float* resultIm);
+
 /* Integers: nxIntScalar..._ and the type, signed (sint) or unsigned (uint) with 8, 16 or 32 bits. */
 
 /** The magnitude; that of the lowest integer is the upper limit. */

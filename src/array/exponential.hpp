@@ -1,7 +1,7 @@
 // Complex expm1.
 //
-// e^z - 1 = (w - 1) z / log w for w = e^z, which makes good for what rounding w has lost. Only the real
-// part needs it: the imaginary part of e^z - 1 is that of e^z.
+// e^z - 1 = (w - 1) z / log w for w = e^z, which makes good for what rounding w has lost. Only the
+// real part needs it: the imaginary part of e^z - 1 is that of e^z.
 #ifndef NX_ARRAY_EXPONENTIAL_HPP
 #define NX_ARRAY_EXPONENTIAL_HPP
 

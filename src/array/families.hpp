@@ -1,5 +1,6 @@
-// The shapes of the elementary families: a family is a row of a kernel on lanes for real elements, a
-// function for complex ones and, if it reports, a domain and a function for real elements as complex ones.
+// The shapes of the elementary families: a family is a row of a kernel on lanes for real elements,
+// a function for complex ones and, if it reports, a domain and a function for real elements as
+// complex ones.
 #ifndef NX_ARRAY_FAMILIES_HPP
 #define NX_ARRAY_FAMILIES_HPP
 

@@ -75,8 +75,8 @@ inline constexpr double piInBase<Base::ten, double> = Pinned(1.3643763538418412,
 template <>
 inline constexpr float piInBase<Base::ten, float> = Pinned(1.364376425743103f, 0x3FAEA3E3);
 
-/// A logarithm of a real element as a complex value: the kernel K gives its real part, and outside the
-/// domain D of the real function the imaginary part is pi in the base.
+/// A logarithm of a real element as a complex value: the kernel K gives its real part, and outside
+/// the domain D of the real function the imaginary part is pi in the base.
 template <class K, class D, Base base>
 struct RealLog {
     using Real = K;

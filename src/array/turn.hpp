@@ -1,9 +1,11 @@
-// Sine, cosine and tangent of angles in degrees and in multiples of pi, exact where the mathematics is.
+// Sine, cosine and tangent of angles in degrees and in multiples of pi, exact where the mathematics
+// is.
 //
 // 1. x is reduced by whole turns to r in [-turn/2, turn/2], exactly.
 // 2. Where r in steps of 1/24 turn rounds to an integer, the result is read from a table.
-// 3. Otherwise quarters of a turn bring r into [-turn/8, turn/8], exactly, and a product with the unit in
-//    radians, of two parts, gives a head and a tail for the kernels of sine, cosine and tangent.
+// 3. Otherwise quarters of a turn bring r into [-turn/8, turn/8], exactly, and a product with the
+//    unit in radians, of two parts, gives a head and a tail for the kernels of sine, cosine and
+//    tangent.
 // Lanes work on |x|: sine and tangent are odd and the cosine is even, bit by bit.
 #ifndef NX_ARRAY_TURN_HPP
 #define NX_ARRAY_TURN_HPP
@@ -22,8 +24,8 @@ namespace nx::array {
 
 using namespace core;
 
-// Units of an angle: how many make a turn, a head and a tail of one in radians, and an angle in steps
-// of 1/24 turn.
+// Units of an angle: how many make a turn, a head and a tail of one in radians, and an angle in
+// steps of 1/24 turn.
 
 struct Degrees {
     template <class T>
@@ -235,15 +237,16 @@ T TangentOfAngle(const ReducedAngle<T>& angle) {
 
 // Lanes.
 
-/// |x| less quarters of a turn: the rest in [-turn/8, turn/8], in the unit; how many quarters, in the lowest
-/// bits of their sum with `toInteger`; the exact result, or a NaN.
+/// |x| less quarters of a turn: the rest in [-turn/8, turn/8], in the unit; how many quarters, in
+/// the lowest bits of their sum with `toInteger`; the exact result, or a NaN.
 template <Value V>
 struct AngleLanes {
     V rest, quarters, exact;
 };
 
-/// Rare: large, infinite, NaN or so small that a tail is rounded; what comes to lie just above turn/8, since the estimate of the quarters is
-/// a little low; and what is so close to a whole step that the rounding of x in steps decides.
+/// Rare: large, infinite, NaN or so small that a tail is rounded; what comes to lie just above
+/// turn/8, since the estimate of the quarters is a little low; and what is so close to a whole step
+/// that the rounding of x in steps decides.
 template <class Unit, Value V>
 AngleLanes<V> ReduceAngle(V x, const ElementOf<V>* table, std::uint32_t offset, MaskOf<V>& rare) {
     using T = ElementOf<V>;
@@ -288,8 +291,8 @@ struct AnglePhases {
         const V tail = s.angle.rest * Unit::template tail<T>;
         const V cosine = real::SumCosine(head, tail, s.p);
         const V sine = head + real::SineTerm(head, tail, s.r);
-        // Next to 0, where the sine of one value is head, the sum is head too: what it adds is below half
-        // a place.
+        // Next to 0, where the sine of one value is head, the sum is head too: what it adds is
+        // below half a place.
         const V value = Select(real::IsOdd<V>(quarters), cosine, sine);
         return Select(IsNaN(s.angle.exact), real::FlipByQuadrant(value, quarters), s.angle.exact);
     }

@@ -1,7 +1,7 @@
 // The complex functions of angles in degrees and in multiples of pi.
 //
-// The real part is an angle in the unit, the imaginary part becomes radians by the same factor. An exact
-// zero of sine or cosine stays one, whatever it is to be multiplied by.
+// The real part is an angle in the unit, the imaginary part becomes radians by the same factor. An
+// exact zero of sine or cosine stays one, whatever it is to be multiplied by.
 #ifndef NX_ARRAY_TURN_COMPLEX_HPP
 #define NX_ARRAY_TURN_COMPLEX_HPP
 

@@ -1,5 +1,5 @@
-// The angle of a point, with the bits of real::KernelAtan2 and less to wait for: the ranges of ordinary
-// sides are found by integers, and have one formula.
+// The angle of a point, with the bits of real::KernelAtan2 and less to wait for: the ranges of
+// ordinary sides are found by integers, and have one formula.
 #ifndef NX_COMPLEX_ANGLE_HPP
 #define NX_COMPLEX_ANGLE_HPP
 
@@ -21,8 +21,8 @@ bool HasOrdinaryAngle(T x, T y) {
            PatternOfSize(y) - PatternOfSize(x) + apart <= 2 * apart;
 }
 
-/// |y| / |x| turned back by the nearest break point of the arctangent, as a quotient not yet divided,
-/// and the angle of that point. The first one turns by nothing.
+/// |y| / |x| turned back by the nearest break point of the arctangent, as a quotient not yet
+/// divided, and the angle of that point. The first one turns by nothing.
 template <class T>
 struct TurnedQuotient {
     T upper, lower;

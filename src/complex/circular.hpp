@@ -1,8 +1,8 @@
 // Complex sine, cosine and tangent.
 //
 // sin(x + iy) = sin x cosh y + i cos x sinh y, cos(x + iy) = cos x cosh y - i sin x sinh y, and
-// tan(x + iy) = (tan x + i tanh y) / (1 - i tan x tanh y). On both axes the results are those of the
-// real functions, with +0 as the other part.
+// tan(x + iy) = (tan x + i tanh y) / (1 - i tan x tanh y). On both axes the results are those of
+// the real functions, with +0 as the other part.
 #ifndef NX_COMPLEX_CIRCULAR_HPP
 #define NX_COMPLEX_CIRCULAR_HPP
 
@@ -34,8 +34,8 @@ Complex<T> TangentQuotient(T a, T b, T c) {
     return {T{0.5} * a + s * b, T{0.5} * b - s * a};
 }
 
-/// (a + ib) / (1 + ic), where c is the product of a and b but for its sign. A zero c is a factor's, or
-/// what underflow has left.
+/// (a + ib) / (1 + ic), where c is the product of a and b but for its sign. A zero c is a factor's,
+/// or what underflow has left.
 template <class T>
 Complex<T> TangentOfParts(T a, T b, T c) {
     if (c == 0) {

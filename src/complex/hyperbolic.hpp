@@ -1,8 +1,8 @@
 // Complex hyperbolic sine, cosine and tangent.
 //
 // sinh(x + iy) = sinh x cos y + i cosh x sin y, cosh(x + iy) = cosh x cos y + i sinh x sin y, and
-// tanh(x + iy) = (tanh x + i tan y) / (1 + i tanh x tan y). Unlike the circular functions, sinh and cosh
-// have no case of their own for a zero x, so that zeros take the signs of the products.
+// tanh(x + iy) = (tanh x + i tan y) / (1 + i tanh x tan y). Unlike the circular functions, sinh and
+// cosh have no case of their own for a zero x, so that zeros take the signs of the products.
 #ifndef NX_COMPLEX_HYPERBOLIC_HPP
 #define NX_COMPLEX_HYPERBOLIC_HPP
 

@@ -1,7 +1,7 @@
 // Inverse complex circular and hyperbolic functions.
 //
-// acos, asin and acosh are read from the parts of sqrt(1 + z) and sqrt(1 - z), or sqrt(z - 1), which
-// bring the branch cuts with them. atanh has a direct form; asinh and atan are turned by i.
+// acos, asin and acosh are read from the parts of sqrt(1 + z) and sqrt(1 - z), or sqrt(z - 1),
+// which bring the branch cuts with them. atanh has a direct form; asinh and atan are turned by i.
 #ifndef NX_COMPLEX_INVERSE_HPP
 #define NX_COMPLEX_INVERSE_HPP
 
@@ -89,8 +89,8 @@ Complex<T> AtanhOfQuadrant(T ax, T ay) {
             T{0.5} * Angle(ay + ay, (ax + T{1}) * d - r * r)};
 }
 
-/// Odd on the real axis outside [-1, 1] too: there the imaginary part has the sign of re. A real part
-/// of -0 does not count as negative.
+/// Odd on the real axis outside [-1, 1] too: there the imaginary part has the sign of re. A real
+/// part of -0 does not count as negative.
 template <class T>
 Complex<T> KernelComplexAtanh(T re, T im) {
     if (im == 0 && !(Abs(re) > 1)) {

@@ -1,9 +1,9 @@
 // Complex logarithm: log|z| and the angle of z.
 //
-// Near the unit circle log|z| = log1p(re^2 + im^2 - 1) / 2, with the larger square taken from 1 first.
-// Elsewhere the real kernels of the logarithm and of the arctangent both divide, and then sum a
-// polynomial of a square z and its square w by even and odd powers: ordinary values take them side by
-// side, with the bits of each.
+// Near the unit circle log|z| = log1p(re^2 + im^2 - 1) / 2, with the larger square taken from 1
+// first. Elsewhere the real kernels of the logarithm and of the arctangent both divide, and then
+// sum a polynomial of a square z and its square w by even and odd powers: ordinary values take them
+// side by side, with the bits of each.
 #ifndef NX_COMPLEX_LOG_HPP
 #define NX_COMPLEX_LOG_HPP
 
@@ -107,8 +107,8 @@ inline float SumOfLog(float f, float s, float k, float series) {
     return k * C::ln2Hi - ((s * (f - series) - k * C::ln2Lo) - f);
 }
 
-/// log m and the angle of the point (x, y), which is an ordinary one, for a normal m that the logarithm
-/// does not take as next to a power of two.
+/// log m and the angle of the point (x, y), which is an ordinary one, for a normal m that the
+/// logarithm does not take as next to a power of two.
 template <class T>
 [[gnu::always_inline]] inline Complex<T> LogAndAngle(T m, T x, T y) {
     using C = real::LogConstants<T>;
@@ -121,7 +121,8 @@ template <class T>
     return {SumOfLog(f, s, k, logSeries), AngleOf(angle, t, angleSeries, x, y)};
 }
 
-/// A negative re has the angle -pi for an im of -0. Callers to whom both zeros are one add +0 to im.
+/// A negative re has the angle -pi for an im of -0. Callers to whom both zeros are one add +0 to
+/// im.
 template <class T>
 Complex<T> KernelComplexLog(T re, T im) {
     if (!HasOrdinarySquares(re, im) || !HasOrdinaryAngle(re, im)) [[unlikely]] {

@@ -1,7 +1,7 @@
 // Complex power.
 //
-// A finite real exponent p: |p| = n + f, with squares for the integer n, and a root or logarithm and
-// exponential for the fraction f; then the reciprocal if p is negative. So powers with small
+// A finite real exponent p: |p| = n + f, with squares for the integer n, and a root or logarithm
+// and exponential for the fraction f; then the reciprocal if p is negative. So powers with small
 // integers are as exact as their products. All others: exp(b * log a).
 #ifndef NX_COMPLEX_POWER_HPP
 #define NX_COMPLEX_POWER_HPP
@@ -27,8 +27,8 @@ template <class T>
     return KernelComplexExp(w.re, w.im);
 }
 
-/// a to the power n, a whole number from 0 up, by squaring. n may be larger than any integer type, but
-/// is even then.
+/// a to the power n, a whole number from 0 up, by squaring. n may be larger than any integer type,
+/// but is even then.
 template <class T>
 [[gnu::always_inline]] inline Complex<T> WholePower(Complex<T> a, T n) {
     for (; n >= T{0x1p62}; n *= T{0.5}) {

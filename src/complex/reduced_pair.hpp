@@ -1,8 +1,8 @@
 // An exponential of x beside sine and cosine of y, each with the bits of its real kernel.
 //
 // Both arguments are reduced by the same steps: the nearest multiple k of a constant of two parts,
-// hi = x - k * first and lo = k * second, and a remainder hi - lo, on whose square polynomials follow. So
-// the two share vectors: one value alone keeps most of the processor waiting.
+// hi = x - k * first and lo = k * second, and a remainder hi - lo, on whose square polynomials
+// follow. So the two share vectors: one value alone keeps most of the processor waiting.
 //
 // Lane 0 is x and lane 1 is y; the four lanes of `float` are x, y, y, x.
 #ifndef NX_COMPLEX_REDUCED_PAIR_HPP

@@ -239,8 +239,8 @@ bool IsNear(Sources... in) {
     return !Any<V>(outside);
 }
 
-/// Values of a kernel that is not made from another one, for one block; see `EvaluateBlock`. Whether
-/// element i is outside the domain is told by isOutside(i).
+/// Values of a kernel that is not made from another one, for one block; see `EvaluateBlock`.
+/// Whether element i is outside the domain is told by isOutside(i).
 template <class K, class T, class Outside, std::same_as<const T*>... Sources>
 unsigned long EvaluateKernel(Outputs<K, T> out, unsigned long count, Outside isOutside,
                              Sources... in) {

@@ -4,8 +4,8 @@
 // bits, since both forms of an operation do the same; strides, alignment and count alone decide
 // which runs.
 //
-// `Op::template Apply<TDst>(x...)` is one element of any types, or the lanes of one real type. An Op
-// that derives from `OnElements` has lanes for all its types. An Op of two operands may have a
+// `Op::template Apply<TDst>(x...)` is one element of any types, or the lanes of one real type. An
+// Op that derives from `OnElements` has lanes for all its types. An Op of two operands may have a
 // faster `ApplyOrdered(a, b)` for lanes in which `Suspect(a, b)`, one of the two, is no NaN.
 #ifndef NX_CORE_TRAVERSAL_HPP
 #define NX_CORE_TRAVERSAL_HPP
@@ -46,11 +46,13 @@ concept WorksOnPairs = (ComplexElement<TSrc> || ...) && requires(TSrc... x) {
 /// real operand meets a complex one with the imaginary part +0, and the result is rounded once.
 /// For any value type V, the operation gives
 ///   Of(V...)                     its value, or the mask where a predicate holds
-///   OfPair(Complex<T>...)        the same for complex values of a scalar T; without it, `Of` serves
+///   OfPair(Complex<T>...)        the same for complex values of a scalar T; without it, `Of`
+///   serves
 ///                                either part
-///   OfPairs(Complex<V>..., V& doubt)   OfPair for lanes; makes `doubt` infinite or NaN in those that
-///                                it does not serve. Without it, OfPair is good for lanes too. A real
-///                                operand comes as Complex<V>, or as V if there is such a form
+///   OfPairs(Complex<V>..., V& doubt)   OfPair for lanes; makes `doubt` infinite or NaN in those
+///   that
+///                                it does not serve. Without it, OfPair is good for lanes too. A
+///                                real operand comes as Complex<V>, or as V if there is such a form
 template <class Operation>
 struct OnElements : Operation {
     static constexpr bool hasAllLanes = true;
@@ -283,8 +285,8 @@ void PairsLoop(TDst* dst, unsigned long count, S... sources) {
     ElementLoop<Op>(dst, i, count, sources...);
 }
 
-/// An operation on pairs that takes operands in a form of its own, Op::Operand<TDst, TSrc...>, whose
-/// `Load(const T*)` makes one of as many elements as a vector of the destination has lanes.
+/// An operation on pairs that takes operands in a form of its own, Op::Operand<TDst, TSrc...>,
+/// whose `Load(const T*)` makes one of as many elements as a vector of the destination has lanes.
 template <class Op, class TDst, class... TSrc>
 concept LoadsOperands = requires {
     typename Op::template Operand<TDst, TSrc...>;

@@ -1,8 +1,8 @@
 // The quotient of two complex numbers, and the reciprocal of one.
 //
 // A divisor with a part that is zero divides part by part. With any other one, numerator and
-// divisor are multiplied by the divisor's conjugate, divided by its larger part (Smith's method) or,
-// if the parts have one magnitude, by twice that magnitude. Operands are not scaled.
+// divisor are multiplied by the divisor's conjugate, divided by its larger part (Smith's method)
+// or, if the parts have one magnitude, by twice that magnitude. Operands are not scaled.
 #ifndef NX_ELEMENTWISE_COMPLEX_QUOTIENT_HPP
 #define NX_ELEMENTWISE_COMPLEX_QUOTIENT_HPP
 

@@ -1,8 +1,8 @@
 // Rounding to integers, on values and on lanes.
 //
 // SSE2 has no conversion to 64-bit integers. A value below the bound from which on all are integers
-// is rounded in either direction by adding that bound and taking it away again; a comparison with the
-// value tells which direction it was.
+// is rounded in either direction by adding that bound and taking it away again; a comparison with
+// the value tells which direction it was.
 #ifndef NX_ELEMENTWISE_ROUNDING_HPP
 #define NX_ELEMENTWISE_ROUNDING_HPP
 
@@ -16,7 +16,8 @@ namespace nx::elementwise {
 
 using namespace core;
 
-/// `rounded` with the sign of v, also on a zero; `other` where v is an integer by its size or a NaN.
+/// `rounded` with the sign of v, also on a zero; `other` where v is an integer by its size or a
+/// NaN.
 template <Value V>
 V IfBelowBound(V v, V rounded, V other) {
     const V bound = Broadcast<V>(real::integerBound<ElementOf<V>>);

@@ -1,5 +1,5 @@
-// Exact arithmetic of 64-bit integers and `double`: on integers, from the mantissa and the exponent of
-// the `double`, with one rounding at the end.
+// Exact arithmetic of 64-bit integers and `double`: on integers, from the mantissa and the exponent
+// of the `double`, with one rounding at the end.
 #include <algorithm>
 #include <bit>
 #include <cmath>

@@ -107,7 +107,8 @@ private:
         }
     }
 
-    /// The block with its top bits flipped: so are unsigned numbers ordered as signed ones, and back.
+    /// The block with its top bits flipped: so are unsigned numbers ordered as signed ones, and
+    /// back.
     template <Integer T, class B>
     static Block<T> Flip(B v) {
         return (Block<T>)v ^ static_cast<T>(T{1} << (8 * sizeof(T) - 1));

@@ -2,19 +2,21 @@
 //
 // A family is a class R that states its rules; `Forms<R>` has the three forms for all types.
 //   R::Same(T a, T b)                 the element of two integers
-//   R::Real<T, form>(V a, V b)        the element of an integer and a `double`, before it is rounded to
-//                                     a T of at most 32 bits; V is `double`, and f64x2 if the rule is
-//                                     straight-line code for lanes
+//   R::Real<T, form>(V a, V b)        the element of an integer and a `double`, before it is
+//   rounded to
+//                                     a T of at most 32 bits; V is `double`, and f64x2 if the rule
+//                                     is straight-line code for lanes
 //   R::Kernel                         in place of `Real`, a kernel of core/blocks.hpp
 //   R::Exact(a, b)                    the same for T of 64 bits, for both orders of the operands
 //   R::Collapses<T>(double x)         whether one x for the whole array becomes an integer
 //   R::Blocks<T>(a, b)                `Same` on blocks, for the types that have a wide path
 //   R::isShort                        whether that is so little code that its loop is unrolled
 // A family has a header of its own with R, and its source file ends in one row of matrix.hpp, which
-// defines and instantiates the public templates. Declare them in <nx/integer.hpp>, and add the family
-// to the tables of tests/integer and of the benchmark.
+// defines and instantiates the public templates. Declare them in <nx/integer.hpp>, and add the
+// family to the tables of tests/integer and of the benchmark.
 //
-// Blocks and elements give the same results; strides, alignment and count alone decide which is used.
+// Blocks and elements give the same results; strides, alignment and count alone decide which is
+// used.
 #ifndef NX_INTEGER_FRAME_HPP
 #define NX_INTEGER_FRAME_HPP
 
@@ -129,8 +131,8 @@ template <class R, class T>
     return StoreReal<R, Form::doubleSecond>(dst, ToLanes<T, f64x2>(a), b);
 }
 
-/// A source of the block loop: adjacent elements from `p` on that move on with the destination, or that
-/// serve every block.
+/// A source of the block loop: adjacent elements from `p` on that move on with the destination, or
+/// that serve every block.
 template <class T>
 struct Adjacent {
     const T* p;
@@ -145,7 +147,8 @@ template <class R, class T, class TA, class TB>
     core::GeneralLoop<Element<R>>(dst, a, b, dstStride, aStride, bStride, count);
 }
 
-/// Elements up to an aligned destination, then groups of blocks, blocks, and the elements that are left.
+/// Elements up to an aligned destination, then groups of blocks, blocks, and the elements that are
+/// left.
 template <class R, class T, class TA, class TB>
 [[gnu::noinline]] void BlockLoop(T* dst, Adjacent<TA> a, Adjacent<TB> b, unsigned long count) {
     constexpr unsigned long group = 4;

@@ -131,7 +131,8 @@ struct Spread {
     W part[count];
 };
 
-/// The narrowest lanes in which a quotient of two elements of T tells on which side of a half it is.
+/// The narrowest lanes in which a quotient of two elements of T tells on which side of a half it
+/// is.
 template <Narrow T>
 using QuotientLanes = std::conditional_t<sizeof(T) == 4, f64x2, f32x4>;
 
@@ -173,8 +174,8 @@ struct Words {
     __m128i part[count];
 };
 
-/// A half that is added before a number is cut off, just below 0.5: what is below a half stays below 1,
-/// and what is a half is rounded up to 1.
+/// A half that is added before a number is cut off, just below 0.5: what is below a half stays
+/// below 1, and what is a half is rounded up to 1.
 template <class F>
 inline constexpr F roundingHalf = F{0.5} - std::numeric_limits<F>::epsilon() / 4;
 
@@ -206,8 +207,9 @@ inline f64x2 RoundToUnsigned(f64x2 v) {
     return (f64x2)((i32x4)even - halfDown);
 }
 
-/// The nearest integers, halves away from zero. `int` and `unsigned int` are saturated; for the other types
-/// they are within the range of `int`, and negative for a negative value also if T is unsigned.
+/// The nearest integers, halves away from zero. `int` and `unsigned int` are saturated; for the
+/// other types they are within the range of `int`, and negative for a negative value also if T is
+/// unsigned.
 template <Narrow T>
 Words<T> RoundToWords(const Spread<T, f64x2>& v) {
     Words<T> words;
@@ -225,8 +227,8 @@ Words<T> RoundToWords(const Spread<T, f64x2>& v) {
     return words;
 }
 
-/// Whether all those words are good. A NaN is not, but for `unsigned int`; for types below 32 bits what is
-/// beyond `int` is not either.
+/// Whether all those words are good. A NaN is not, but for `unsigned int`; for types below 32 bits
+/// what is beyond `int` is not either.
 template <Narrow T, Value W>
 bool AreGood(const Words<T>& words, const Spread<T, W>& values) {
     if constexpr (std::same_as<T, unsigned int>) {

@@ -3,8 +3,8 @@
 //
 //   NX_INTEGER_FAMILY(Family, Forms)
 //
-// defines the public template `Family` in its three forms as `Forms::Call` and instantiates them for
-// all types; the rows below it have fewer forms.
+// defines the public template `Family` in its three forms as `Forms::Call` and instantiates them
+// for all types; the rows below it have fewer forms.
 #ifndef NX_INTEGER_MATRIX_HPP
 #define NX_INTEGER_MATRIX_HPP
 
@@ -61,8 +61,8 @@
     }                                                                                              \
     NX_INTEGER_TYPES(NX_INTEGER_UNARY_MEMBER, Family)
 
-// Flat entries, which have names by the type and none of 64 bits. Rule is a template of one parameter T,
-// which its arguments tell.
+// Flat entries, which have names by the type and none of 64 bits. Rule is a template of one
+// parameter T, which its arguments tell.
 
 #define NX_INTEGER_FLAT_TYPES(MEMBER, Op, ...)                                                     \
     MEMBER(Op, signed char, sint8, __VA_ARGS__)                                                    \

@@ -1,7 +1,7 @@
 // Saturating sums and differences.
 //
-// One `double` for the whole array becomes an integer also where it is none, if it is not so close to
-// a half that the sum might be rounded the other way. A negative one goes to the other family as
+// One `double` for the whole array becomes an integer also where it is none, if it is not so close
+// to a half that the sum might be rounded the other way. A negative one goes to the other family as
 // its magnitude.
 #ifndef NX_INTEGER_PLUS_HPP
 #define NX_INTEGER_PLUS_HPP

@@ -1,5 +1,5 @@
-// Integer powers. Exponents that have none are looked for first: what stands before them is computed, and
-// then they throw.
+// Integer powers. Exponents that have none are looked for first: what stands before them is
+// computed, and then they throw.
 #ifndef NX_INTEGER_POWER_HPP
 #define NX_INTEGER_POWER_HPP
 
@@ -103,8 +103,8 @@ private:
         return _mm_mullo_epi16(a, b) | ~fits;
     }
 
-    /// Powers in lanes of 16 bits, saturated at the limits of T. 2^bits is the first exponent whose powers
-    /// of 2 are beyond every limit, so that all from there on are alike.
+    /// Powers in lanes of 16 bits, saturated at the limits of T. 2^bits is the first exponent whose
+    /// powers of 2 are beyond every limit, so that all from there on are alike.
     template <Narrow T, int bits>
     static __m128i PowerLanes(__m128i base, __m128i exponent) {
         const __m128i one = _mm_set1_epi16(1);

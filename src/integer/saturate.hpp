@@ -1,5 +1,6 @@
 // What all families share on single values: sums that stop at the limits, the one rule that turns a
-// `double` into an integer, and the tests by which one `double` for a whole array becomes an integer.
+// `double` into an integer, and the tests by which one `double` for a whole array becomes an
+// integer.
 #ifndef NX_INTEGER_SATURATE_HPP
 #define NX_INTEGER_SATURATE_HPP
 

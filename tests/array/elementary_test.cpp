@@ -1,5 +1,5 @@
-// Every member of the elementary families gives for each element what the kernels give, over all shapes,
-// and real members stop where their domain ends.
+// Every member of the elementary families gives for each element what the kernels give, over all
+// shapes, and real members stop where their domain ends.
 #include <cstdlib>
 #include <vector>
 

@@ -1,5 +1,5 @@
-// Exact results of the trigonometry of degrees and of multiples of pi, against MPFR, and known results of
-// the elementary families.
+// Exact results of the trigonometry of degrees and of multiples of pi, against MPFR, and known
+// results of the elementary families.
 #include <cmath>
 #include <complex>
 #include <limits>

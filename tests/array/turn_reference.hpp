@@ -1,5 +1,5 @@
-// A plain transcription of the trigonometry of degrees and of multiples of pi, with codes: below 50 the
-// quadrant, from 88 to 112 an exact multiple of 1/24 turn.
+// A plain transcription of the trigonometry of degrees and of multiples of pi, with codes: below 50
+// the quadrant, from 88 to 112 an exact multiple of 1/24 turn.
 #ifndef NX_TESTS_ARRAY_TURN_REFERENCE_HPP
 #define NX_TESTS_ARRAY_TURN_REFERENCE_HPP
 

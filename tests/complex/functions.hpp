@@ -1,5 +1,5 @@
-// The complex functions and the regions of their arguments as a table: the test and the measurement of
-// accuracy are loops over it, so that a new function is a new row.
+// The complex functions and the regions of their arguments as a table: the test and the measurement
+// of accuracy are loops over it, so that a new function is a new row.
 #ifndef NX_TESTS_COMPLEX_FUNCTIONS_HPP
 #define NX_TESTS_COMPLEX_FUNCTIONS_HPP
 
@@ -39,8 +39,8 @@ std::complex<T> Rounded(double re, double im) {
     return {static_cast<T>(re), static_cast<T>(im)};
 }
 
-/// Between two powers of two in magnitude, in any direction. A part that underflows is +0: on a cut nx
-/// and MPC agree for that zero alone.
+/// Between two powers of two in magnitude, in any direction. A part that underflows is +0: on a cut
+/// nx and MPC agree for that zero alone.
 template <class T, int low, int high>
 std::complex<T> Annulus(Random& random) {
     const double angle = Uniform(random, -std::numbers::pi, std::numbers::pi);
@@ -353,8 +353,8 @@ public:
     ComplexUlpMeter(const ComplexUlpMeter&) = delete;
     ComplexUlpMeter& operator=(const ComplexUlpMeter&) = delete;
 
-    /// |got - f(z)| in units of the last place that T has at |f(z)|; 0 if that is beyond T, so that a
-    /// part of the result may be as well.
+    /// |got - f(z)| in units of the last place that T has at |f(z)|; 0 if that is beyond T, so that
+    /// a part of the result may be as well.
     double Error(const ComplexFunction& f, std::complex<T> z) {
         Set(x, z);
         f.exact(x, x, MPC_RNDNN);

@@ -1,5 +1,5 @@
-// The power families: every member is the flat entry of its working precision, each part rounded once,
-// for every shape and in place.
+// The power families: every member is the flat entry of its working precision, each part rounded
+// once, for every shape and in place.
 #include <complex>
 #include <type_traits>
 #include <vector>

@@ -89,7 +89,8 @@ TYPED_TEST(RealArithmetic, KnownResults) {
     }
 }
 
-// Zeros of either sign, what the rescue of a product keeps and rebuilds, and divisors of every kind.
+// Zeros of either sign, what the rescue of a product keeps and rebuilds, and divisors of every
+// kind.
 TYPED_TEST(RealArithmetic, ComplexKnownResults) {
     using T = TypeParam;
     using Z = std::complex<T>;

@@ -1,5 +1,5 @@
-// The seven exact functions against rational numbers. Where they depart from the exact value on purpose,
-// a test of its own says so.
+// The seven exact functions against rational numbers. Where they depart from the exact value on
+// purpose, a test of its own says so.
 #include <nx/integer.hpp>
 
 #include "integer/reference.hpp"
@@ -14,8 +14,8 @@ constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 const double belowHalf = std::nextafter(0.5, 0);
 
-/// Calls `check(n, x)` for interesting and random operands, and for x at which a quotient or a product is
-/// close to a half.
+/// Calls `check(n, x)` for interesting and random operands, and for x at which a quotient or a
+/// product is close to a half.
 template <class T>
 void ForManyPairs(auto check) {
     for (const T n : ExtremeIntegers<T>()) {

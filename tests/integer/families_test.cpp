@@ -104,8 +104,8 @@ struct MixedOperands {
     std::vector<double> x;
 };
 
-/// What types of at most 32 bits give, which meet a `double` in `double`; and those of 64 bits, which
-/// meet it in exact arithmetic, or nothing where they depart from that.
+/// What types of at most 32 bits give, which meet a `double` in `double`; and those of 64 bits,
+/// which meet it in exact arithmetic, or nothing where they depart from that.
 template <class Family, class T>
 std::optional<T> MixedResult(auto a, auto b) {
     if constexpr (requires { Family::Mixed(a, b); }) {
@@ -144,7 +144,8 @@ TYPED_TEST(IntegerFamilies, MeetArraysOfDoubles) {
     });
 }
 
-/// Whatever the shape, dst[i] is what a call on the elements alone gives, and nothing else is written.
+/// Whatever the shape, dst[i] is what a call on the elements alone gives, and nothing else is
+/// written.
 template <class Family, class T, class TA, class TB>
 void CheckShapes() {
     constexpr std::size_t counts[] = {0, 1, 7, 17, 40, 300};

@@ -1,5 +1,5 @@
-// Results that hosts rely on by value, where they do not follow from exact numbers alone: one `double` for
-// a whole array, ties, and operands that are no numbers.
+// Results that hosts rely on by value, where they do not follow from exact numbers alone: one
+// `double` for a whole array, ties, and operands that are no numbers.
 #include <algorithm>
 #include <cstdlib>
 
@@ -190,8 +190,8 @@ TEST(IntegerKnown, Powers) {
     }
 }
 
-/// Calls with three elements, of which the exponent `bad` stands in the middle: the first is written, and
-/// the others stay.
+/// Calls with three elements, of which the exponent `bad` stands in the middle: the first is
+/// written, and the others stay.
 template <class T, class TA, class TB>
 void ExpectThrowAtTheSecond(TB bad) {
     for (const unsigned long stride : {1ul, 2ul}) {
@@ -264,8 +264,8 @@ TEST(IntegerKnown, NegativesOfUnsignedNumbersDoNotReadTheSource) {
     }
 }
 
-// A count of 0 touches nothing but one `double` for the whole array, here not even that: null pointers
-// with strides that read no such operand. A process of its own does the calls.
+// A count of 0 touches nothing but one `double` for the whole array, here not even that: null
+// pointers with strides that read no such operand. A process of its own does the calls.
 TEST(IntegerKnown, CountZeroTouchesNothing) {
     const auto callAll = [] {
         short* const none = nullptr;

@@ -1,4 +1,5 @@
-// Operands of the integer families: types, interesting values, and calls of a family on single values.
+// Operands of the integer families: types, interesting values, and calls of a family on single
+// values.
 #ifndef NX_TESTS_INTEGER_OPERANDS_HPP
 #define NX_TESTS_INTEGER_OPERANDS_HPP
 

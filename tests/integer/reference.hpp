@@ -60,8 +60,9 @@ T AsSecond(T x) {
 }
 
 // The families. `Call` is the family; `Value` the exact result, or the rule by which it is defined
-// where there is none; `Real` what is rounded where a `double` meets a type of at most 32 bits. `Departs`
-// is true where 64-bit arithmetic with a `double` is defined to give something else than `Value`.
+// where there is none; `Real` what is rounded where a `double` meets a type of at most 32 bits.
+// `Departs` is true where 64-bit arithmetic with a `double` is defined to give something else than
+// `Value`.
 
 /// Tells a half from its neighbour only as far as x - floor(x) does.
 inline bool IsAlmostHalf(double x) {
@@ -255,8 +256,8 @@ __extension__ typedef __int128 Wide;
 
 template <class Choice>
 struct ChoiceFamily : Choice {
-    /// The rule, row by row: whether the `double` is taken, where it is the second operand and where it is
-    /// the first. v and x are the values, A and X the magnitudes.
+    /// The rule, row by row: whether the `double` is taken, where it is the second operand and
+    /// where it is the first. v and x are the values, A and X the magnitudes.
     template <class T>
     static T Mixed(T n, double x, bool doubleIsFirst) {
         const T saturated = std::is_signed_v<T> && n == lo<T> ? hi<T>

@@ -1,5 +1,5 @@
-// The real elementary functions of one argument as a table: every check and measurement of a kernel is
-// a loop over it, so that a new function is a new row.
+// The real elementary functions of one argument as a table: every check and measurement of a kernel
+// is a loop over it, so that a new function is a new row.
 #ifndef NX_TESTS_REAL_FUNCTIONS_HPP
 #define NX_TESTS_REAL_FUNCTIONS_HPP
 
@@ -28,8 +28,8 @@ namespace nx::test {
 template <class T>
 inline constexpr const char* typeName = Of<T>("double", "float");
 
-/// Arguments from low to high, of one sign, and a bound on the error in ulps: the largest error that
-/// `accuracy --samples 1000000` found there, and at most 0.06 more.
+/// Arguments from low to high, of one sign, and a bound on the error in ulps: the largest error
+/// that `accuracy --samples 1000000` found there, and at most 0.06 more.
 template <class T>
 struct AccuracyRange {
     T low, high;

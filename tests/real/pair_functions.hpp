@@ -141,7 +141,8 @@ Operands<T> OrdinaryPower(Random& random) {
     return {x, Uniform<T>(random, -5, 5)};
 }
 
-/// A base next to 1 and an exponent for which its logarithm is a short series, or is not, with powers of all sizes.
+/// A base next to 1 and an exponent for which its logarithm is a short series, or is not, with
+/// powers of all sizes.
 template <class T, bool large>
 Operands<T> NextToOne(Random& random) {
     constexpr double bound = Of<T>(0x1p31, 0x1p27);

@@ -116,7 +116,8 @@ void ExpectAccurate(ExactReduction& exact, T x, double bound) {
 
 TYPED_TEST(Reduction, IsAccurateNextToMultiplesOfHalfPi) {
     using T = TypeParam;
-    // The largest error is that of n just above 31, where one step is still enough most of the time.
+    // The largest error is that of n just above 31, where one step is still enough most of the
+    // time.
     const double bound = sizeof(T) == 8 ? 0x1p-68 : 0x1p-31;
     ExactReduction exact;
     Random random(2);

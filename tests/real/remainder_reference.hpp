@@ -1,4 +1,5 @@
-// Remainders and hypotenuse written plainly, one branch after the other, to compare the kernels with.
+// Remainders and hypotenuse written plainly, one branch after the other, to compare the kernels
+// with.
 #ifndef NX_TESTS_REAL_REMAINDER_REFERENCE_HPP
 #define NX_TESTS_REAL_REMAINDER_REFERENCE_HPP
 

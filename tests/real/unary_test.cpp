@@ -28,8 +28,8 @@ void AddAround(std::vector<T>& all, T x, int spread) {
 }
 
 /// A million arguments or more: special values, the neighbours of thresholds, integers and halves,
-/// every exponent alike, numbers close to powers of two, and the ranges of the function in runs, with
-/// a special value here and there.
+/// every exponent alike, numbers close to powers of two, and the ranges of the function in runs,
+/// with a special value here and there.
 template <class T>
 std::vector<T> ArgumentsOf(const UnaryFunction<T>& function) {
     Random random(3);

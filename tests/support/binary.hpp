@@ -32,7 +32,8 @@ struct Offsets {
     std::size_t dst, a, b;
 };
 
-/// Elements off a 16-byte boundary: all aligned, one array off, and all off alike or each its own way.
+/// Elements off a 16-byte boundary: all aligned, one array off, and all off alike or each its own
+/// way.
 inline constexpr Offsets binaryOffsets[] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1},
                                             {2, 2, 2}, {3, 3, 3}, {0, 2, 3}, {1, 2, 3}};
 

@@ -13,7 +13,8 @@
 
 namespace nx::test {
 
-/// Where in its pages an array lies: some elements behind the front guard, or up against the back one.
+/// Where in its pages an array lies: some elements behind the front guard, or up against the back
+/// one.
 enum class Placement { front, frontPlus1, frontPlus2, frontPlus3, back };
 
 inline constexpr Placement placements[] = {Placement::front, Placement::frontPlus1,

@@ -27,7 +27,8 @@ public:
     UlpMeter(const UlpMeter&) = delete;
     UlpMeter& operator=(const UlpMeter&) = delete;
 
-    /// |got - function(x)| in units of the last place that T has at the exact value, which is finite.
+    /// |got - function(x)| in units of the last place that T has at the exact value, which is
+    /// finite.
     double Error(T got, T x, ExactFunction function) {
         mpfr_set_d(exact, x, MPFR_RNDN);
         function(exact, exact, MPFR_RNDN);
