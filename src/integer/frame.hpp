@@ -21,6 +21,7 @@
 #define NX_INTEGER_FRAME_HPP
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 #include "core/blocks.hpp"
@@ -294,7 +295,8 @@ void KernelWalk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsig
         const unsigned long some = std::min(count, core::blockElements<double>);
         double values[core::blockElements<double>];
         core::MapBlocks<typename R::Kernel, core::Everywhere, double>(
-            some, core::Walk<double>(values, 1), core::BlockSource<double, const TA>(a, aStride),
+            some, std::array{core::Walk<double>(values, 1)},
+            core::BlockSource<double, const TA>(a, aStride),
             core::BlockSource<double, const TB>(b, bStride));
         const T ignored{};
         WideWalk<Rounding>(dst, values, &ignored, dstStride, 1, 0, some);
