@@ -89,9 +89,9 @@ struct Choice : Rule {
 
     static constexpr unsigned long pairsAtOnce = 1;
 
-    template <class C>
-    static auto OfPair(const C& a, const C& b) {
-        return Select(C::template KeepsFirst<Rule>(a, b), a.stored, b.stored);
+    template <class TDst, class W>
+    static auto OfPair(const Candidates<TDst, W>& a, const Candidates<TDst, W>& b) {
+        return Select(Candidates<TDst, W>::template KeepsFirst<Rule>(a, b), a.stored, b.stored);
     }
 
 private:
