@@ -3,7 +3,10 @@
 #include <climits>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
+
+#include <emmintrin.h>
 
 #include <nx/nx.hpp>
 
@@ -148,6 +151,37 @@ void AddCase(std::vector<Case>& cases, const char* family, const char* type, con
          {{"nx", CallNx<T, operands, Nx>}, {"plain", CallPlain<T, operands, Same, Real>}}});
 }
 
+/// A copy of the first source: how fast memory is.
+template <class T>
+void CallCopy(const Arrays& x) {
+    std::memcpy(x.dst, x.src[0], x.count * sizeof(T));
+}
+
+/// The same with vectors of 16 bytes, which is all that nx has.
+template <class T>
+void CallCopySse2(const Arrays& x) {
+    auto* const dst = static_cast<__m128i*>(x.dst);
+    const auto* const src = static_cast<const __m128i*>(x.src[0]);
+    for (unsigned long i = 0; i < x.count * sizeof(T) / sizeof(__m128i); i += 4) {
+        _mm_store_si128(dst + i, _mm_load_si128(src + i));
+        _mm_store_si128(dst + i + 1, _mm_load_si128(src + i + 1));
+        _mm_store_si128(dst + i + 2, _mm_load_si128(src + i + 2));
+        _mm_store_si128(dst + i + 3, _mm_load_si128(src + i + 3));
+    }
+}
+
+/// A family of one operand, or of two integers, that only memory should limit.
+template <class T, unsigned sources, class Nx>
+void CallNxOnIntegers(const Arrays& x) {
+    T* const dst = static_cast<T*>(x.dst);
+    T* const a = static_cast<T*>(x.src[0]);
+    if constexpr (sources == 1) {
+        Nx{}(dst, a, x.stride, x.stride, x.count);
+    } else {
+        Nx{}(dst, a, static_cast<T*>(x.src[1]), x.stride, x.stride, x.stride, x.count);
+    }
+}
+
 void ForEachType(auto visit) {
     visit(static_cast<signed char>(0), "sint8");
     visit(static_cast<unsigned char>(0), "uint8");
@@ -163,6 +197,22 @@ void AddFamily(std::vector<Case>& cases, const char* family, Nx, Same, Real) {
         AddCase<T, Operands::integers, Nx, Same, Real>(cases, family, type, "integers");
         AddCase<T, Operands::oneDouble, Nx, Same, Real>(cases, family, type, "one-double");
         AddCase<T, Operands::doubles, Nx, Same, Real>(cases, family, type, "doubles");
+    });
+}
+
+template <unsigned sources, class Nx>
+void AddCopyLike(std::vector<Case>& cases, const char* family, Nx) {
+    ForEachType([&]<class T>(T, const char* type) {
+        cases.push_back({family,
+                         type,
+                         {{"integers", {}}},
+                         sizeof(T),
+                         sizeof(T),
+                         sources,
+                         Layout<T, Operands::integers>::Fill,
+                         {{"nx", CallNxOnIntegers<T, sources, Nx>},
+                          {"memcpy", CallCopy<T>},
+                          {"copy-sse2", CallCopySse2<T>}}});
     });
 }
 
@@ -223,6 +273,15 @@ std::vector<Case> IntegerFamilies() {
         AddCase<T, Operands::integers, decltype(power), decltype(plainPower), void>(
             cases, "IntVectorPower", type, "0..5", Layout<T, Operands::integers>::FillSmall);
     });
+    AddCopyLike<2>(cases, "IntVectorMin", [](auto... x) { nx::IntVectorMin(x...); });
+    AddCopyLike<2>(cases, "IntVectorMax", [](auto... x) { nx::IntVectorMax(x...); });
+    AddCopyLike<2>(cases, "IntVectorBitand", [](auto... x) { nx::IntVectorBitand(x...); });
+    AddCopyLike<2>(cases, "IntVectorBitor", [](auto... x) { nx::IntVectorBitor(x...); });
+    AddCopyLike<2>(cases, "IntVectorBitxor", [](auto... x) { nx::IntVectorBitxor(x...); });
+    AddCopyLike<1>(cases, "IntVectorBitcmp", [](auto... x) { nx::IntVectorBitcmp(x...); });
+    AddCopyLike<1>(cases, "IntVectorSign", [](auto... x) { nx::IntVectorSign(x...); });
+    AddCopyLike<1>(cases, "IntVectorAbs", [](auto... x) { nx::IntVectorAbs(x...); });
+    AddCopyLike<1>(cases, "IntVectorUminus", [](auto... x) { nx::IntVectorUminus(x...); });
     return cases;
 }
 

@@ -39,27 +39,31 @@ T SameResult(T a, T b) {
     }
 }
 
-/// All results of one operand with many others, by arrays and with either operand fixed.
+/// All pairs of values, by arrays and with either operand fixed.
 template <class Family, class T>
-void CheckSame(const std::vector<T>& values) {
-    const std::size_t count = values.size();
-    std::vector<T> as = values, bs = values;
+void CheckSame(std::vector<T> as) {
+    const std::size_t count = as.size();
+    std::vector<T> bs = as;
     for (T& b : bs) {
         b = AsSecond<Family>(b);
     }
-    std::vector<T> got(count), fixed(count), swapped(count);
-    for (T one : values) {
-        T exponent = AsSecond<Family>(one);
-        std::vector<T> copies(count, one);
-        Family::Call(got.data(), copies.data(), bs.data(), 1ul, 1ul, 1ul, count);
-        Family::Call(fixed.data(), &one, bs.data(), 1ul, 0ul, 1ul, count);
-        Family::Call(swapped.data(), as.data(), &exponent, 1ul, 1ul, 0ul, count);
+    std::vector<T> results(count * count), got(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        std::vector<T> copies(count, as[i]);
+        T* const row = &results[i * count];
+        Family::Call(row, copies.data(), bs.data(), 1ul, 1ul, 1ul, count);
+        Family::Call(got.data(), &as[i], bs.data(), 1ul, 0ul, 1ul, count);
+        for (std::size_t j = 0; j < count; ++j) {
+            ASSERT_EQ(+row[j], +SameResult<Family>(as[i], bs[j]))
+                << Family::name << ' ' << +as[i] << ' ' << +bs[j];
+            ASSERT_EQ(+got[j], +row[j]) << Family::name << ' ' << +as[i] << ' ' << +bs[j];
+        }
+    }
+    for (std::size_t j = 0; j < count; ++j) {
+        Family::Call(got.data(), as.data(), &bs[j], 1ul, 1ul, 0ul, count);
         for (std::size_t i = 0; i < count; ++i) {
-            ASSERT_EQ(+got[i], +SameResult<Family>(one, bs[i]))
-                << Family::name << ' ' << +one << ' ' << +bs[i];
-            ASSERT_EQ(+fixed[i], +got[i]) << Family::name << ' ' << +one << ' ' << +bs[i];
-            ASSERT_EQ(+swapped[i], +SameResult<Family>(as[i], exponent))
-                << Family::name << ' ' << +as[i] << ' ' << +exponent;
+            ASSERT_EQ(+got[i], +results[i * count + j])
+                << Family::name << ' ' << +as[i] << ' ' << +bs[j];
         }
     }
 }
