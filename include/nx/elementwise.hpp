@@ -48,19 +48,21 @@ NX_API void Minus(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned lon
 /// Product `a * b`. Of real operands, one IEEE 754 operation. Of complex ones,
 /// `(ar * br - ai * bi, bi * ar + ai * br)`, and:
 /// - if both imaginary parts are zero, the result is `(ar * br, +0)`;
-/// - a part that comes out infinite or NaN is rebuilt from scaled operands, so that an infinity or
-///   an overflow survives where it meets a zero or its opposite: `(inf + 1i) * 2` is `(inf, 2)`. A
-///   part that is infinite because an operand is stays so.
+/// - otherwise a part that comes out infinite or NaN is rebuilt from scaled operands, so that an
+///   infinity or an overflow is not lost beside a zero: `(inf + 1i) * 2` is `(inf, 2)`. Equal terms
+///   cancel to +0, and a part that is infinite because an operand is stays so;
+/// - a real and an imaginary factor whose product is not finite give +0 and the plain product.
 template <class TDst, class TA, class TB>
 NX_API void Times(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
                   unsigned long bStride, unsigned long count);
 
 /// Quotient `a / b`. Of real operands, one IEEE 754 operation: a zero divisor gives an infinity of
 /// the proper sign, or a NaN for `0 / 0`. Of complex ones:
-/// - if a part of the divisor is zero, the other divides part by part, and a part of the result
-///   that comes from a zero is +0, the imaginary one first: `(1 - 0i) / -2` is `(-0.5, +0)`, and
-///   `0 / 0` is `(NaN, +0)`;
-/// - otherwise by Smith's method. Nothing is scaled, and a NaN that infinities give stays.
+/// - if a part of the divisor is zero, the other divides part by part, and one part of the result
+///   is +0: the imaginary one if it comes from a zero, otherwise the real one if that does:
+///   `(1 - 0i) / -2` is `(-0.5, +0)`, and `0 / 0` is `(NaN, +0)`;
+/// - otherwise by Smith's method, with halves where the parts of the divisor have one magnitude.
+///   Nothing is scaled, and a NaN that infinities give stays.
 template <class TDst, class TA, class TB>
 NX_API void Rdivide(TDst* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
                     unsigned long bStride, unsigned long count);

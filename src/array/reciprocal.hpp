@@ -43,7 +43,7 @@ inline constexpr auto reciprocalOf =
 /// A complex function of the reciprocal.
 template <auto function>
 inline constexpr auto ofReciprocal = [](auto re, auto im) {
-    const auto w = ComplexReciprocal(Complex{re, im});
+    const auto w = ComplexReciprocal(Complex<decltype(re)>{re, im});
     return function(w.re, w.im);
 };
 

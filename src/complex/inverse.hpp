@@ -72,7 +72,7 @@ T RealPartOfReciprocal(T ax, T ay) {
     return r / (ax * r + ay);
 }
 
-/// atanh of an operand in the first quadrant, not all of it on the real axis up to 1.
+/// atanh of an operand in the first quadrant, and not on the real axis from 0 to 1.
 template <class T>
 Complex<T> AtanhOfQuadrant(T ax, T ay) {
     using C = ComplexConstants<T>;

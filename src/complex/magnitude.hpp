@@ -23,7 +23,7 @@ bool IsSizeIn(T x, T low, T high) {
     return PatternOfSize(x) - Pattern(low) < Pattern(high) - Pattern(low);
 }
 
-/// True where no square leaves the normal range; false for a zero part.
+/// True only where no square leaves the normal range; false for a zero part.
 template <class T>
 bool HasOrdinarySquares(T re, T im) {
     constexpr T low = static_cast<T>(Doubles<T> ? 0x1p-500 : 0x1p-50);
