@@ -98,8 +98,7 @@ Case Row(const char* family, const std::vector<Data>& data, void (*nx)(const Arr
             data,
             sizeof(std::complex<T>),
             sizeof(std::complex<T>),
-            1,
-            Fill<T>,
+            {Fill<T>},
             {{"nx", nx}, {"system", system}}};
 }
 

@@ -135,7 +135,7 @@ void CallPlain(const Arrays& x) {
     }
 }
 
-using Filling = decltype(Case::fill);
+using Filling = decltype(Case::fill)::value_type;
 
 template <class T, Operands operands, class Nx, class Same, class Real>
 void AddCase(std::vector<Case>& cases, const char* family, const char* type, const char* data,
@@ -146,8 +146,7 @@ void AddCase(std::vector<Case>& cases, const char* family, const char* type, con
          {{data, {}}},
          sizeof(T),
          Layout<T, operands>::bytes,
-         operands == Operands::integers ? 2u : 1u,
-         fill,
+         decltype(Case::fill)(operands == Operands::integers ? 2 : 1, fill),
          {{"nx", CallNx<T, operands, Nx>}, {"plain", CallPlain<T, operands, Same, Real>}}});
 }
 
@@ -208,8 +207,7 @@ void AddCopyLike(std::vector<Case>& cases, const char* family, Nx) {
                          {{"integers", {}}},
                          sizeof(T),
                          sizeof(T),
-                         sources,
-                         Layout<T, Operands::integers>::Fill,
+                         decltype(Case::fill)(sources, Layout<T, Operands::integers>::Fill),
                          {{"nx", CallNxOnIntegers<T, sources, Nx>},
                           {"memcpy", CallCopy<T>},
                           {"copy-sse2", CallCopySse2<T>}}});

@@ -253,7 +253,7 @@ AngleLanes<V> ReduceAngle(V x, const ElementOf<V>* table, std::uint32_t offset, 
     constexpr T quarter = Unit::template turn<T> / 4;
     constexpr T toInteger = real::ReductionConstants<T>::toInteger;
     constexpr T epsilon = std::numeric_limits<T>::epsilon();
-    constexpr T tiny = Doubles<V> ? T{0x1p-900} : T{0x1p-100f};
+    constexpr T tiny = static_cast<T>(Doubles<V> ? 0x1p-900 : 0x1p-100);
     constexpr T bound = Doubles<V> ? quarter * T{0x1p30f} : quarter * T{0x1p12f};
     const V a = Abs(x);
     const V quarters = a * ((T{1} - 2 * epsilon) / quarter) + toInteger;

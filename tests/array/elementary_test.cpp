@@ -177,7 +177,7 @@ TYPED_TEST(Elementary, ReportingMembersStopAnywhere) {
 TYPED_TEST(Elementary, BroadcastsAndKeepsTheLast) {
     using T = TypeParam;
     for (const auto& row : this->cases) {
-        for (const std::size_t count : {1, 2, 65, 130}) {
+        for (const std::size_t count : {1u, 2u, 65u, 130u}) {
             Strided<T> fixed(Inside(this->random, row, 1), 0);
             Strided<T> dst(count, 1);
             EXPECT_EQ(row.real(dst.Data(), fixed.Data(), 1, 0, count), 0u) << row.name;
