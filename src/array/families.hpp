@@ -51,8 +51,7 @@ struct InDegrees {
 template <auto function>
 inline constexpr auto inDegrees = [](auto re, auto im) {
     const auto w = function(re, im);
-    return Complex<decltype(re)>{real::DegreesFromRadians(w.re),
-                                 real::DegreesFromRadians(w.im)};
+    return Complex<decltype(re)>{real::DegreesFromRadians(w.re), real::DegreesFromRadians(w.im)};
 };
 
 /// The value of a real element as a complex one: that of the kernel inside the domain D, with the

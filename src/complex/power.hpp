@@ -81,7 +81,7 @@ Complex<T> KernelComplexPower(T aRe, T aIm, T bRe, T bIm) {
         return PowerOfRealExponent(a.re, a.im, b.re);
     }
     const Complex<T> logA = KernelComplexLog(a.re, T{0} + a.im);
-    if (logA.re < -largest<T> && !(b.re > largest<T>) && real::IsInfinite(b.im)) {
+    if (logA.re < -largest<T> && !(b.re > largest<T>)&&real::IsInfinite(b.im)) {
         return complexNaN<T>;
     }
     return PowerByLogarithm(logA, b);
