@@ -1,5 +1,5 @@
-// Checks the wide paths of 16-bit integers for all 2^32 pairs of operands, which tests have no time for:
-// what an array gives against what its elements give one at a time.
+// Checks the wide paths of 16-bit integers for all 2^32 pairs of operands, which tests have no time
+// for: what an array gives against what its elements give one at a time.
 #include <algorithm>
 #include <chrono>
 #include <cstdint>

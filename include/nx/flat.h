@@ -124,8 +124,8 @@ NX_API float nxSingleScalarSinh(float x);
 NX_API double nxDoubleScalarCosh(double x);
 NX_API float nxSingleScalarCosh(float x);
 
-/** Hyperbolic tangent. A zero im gives an imaginary part of +0, otherwise a zero re and a finite im a
- * real part of +0. */
+/** Hyperbolic tangent. A zero im gives an imaginary part of +0, otherwise a zero re and a
+ * finite im a real part of +0. */
 NX_API double nxDoubleScalarTanh(double x);
 NX_API float nxSingleScalarTanh(float x);
 
@@ -241,8 +241,8 @@ NX_API void nxDoubleComplexScalarSinCos(double re, double im, double* sineRe, do
 NX_API void nxSingleComplexScalarSinCos(float re, float im, float* sineRe, float* sineIm,
                                         float* cosineRe, float* cosineIm);
 
-/** Tangent. A zero im gives an imaginary part of +0, otherwise a zero re and a finite im a real part
- * of +0. */
+/** Tangent. A zero im gives an imaginary part of +0, otherwise a zero re and a finite im a real
+ * part of +0. */
 NX_API void nxDoubleComplexScalarTan(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarTan(float re, float im, float* resultRe, float* resultIm);
 
@@ -283,15 +283,16 @@ NX_API void nxSingleComplexScalarAsinh(float re, float im, float* resultRe, floa
 NX_API void nxDoubleComplexScalarAtan(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarAtan(float re, float im, float* resultRe, float* resultIm);
 
-/** a to the power b. Real operands with a real result go through the real power. Powers of complex a
- * with an integer b are products, other real b take a root or a logarithm for the fraction, and
- * complex b a logarithm. 0^0 is 1. Zero imaginary parts of either sign are +0. */
+/** a to the power b. Real operands with a real result go through the real power. Powers of
+ * complex a with an integer b are products, other real b take a root or a logarithm for the
+ * fraction, and complex b a logarithm. 0^0 is 1. Zero imaginary parts of either sign are +0. */
 NX_API void nxDoubleComplexScalarPower(double aRe, double aIm, double bRe, double bIm,
                                        double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarPower(float aRe, float aIm, float bRe, float bIm, float* resultRe,
                                        float* resultIm);
 
-/* Integers: nxIntScalar..._ and the type, signed (sint) or unsigned (uint) with 8, 16 or 32 bits. */
+/* Integers: nxIntScalar..._ and the type, signed (sint) or unsigned (uint) with 8, 16 or 32
+ * bits. */
 
 /** The magnitude; that of the lowest integer is the upper limit. */
 NX_API signed char nxIntScalarAbs_sint8(signed char a);

@@ -48,9 +48,9 @@ concept WorksOnPairs = (ComplexElement<TSrc> || ...) && requires(TSrc... x) {
 ///   Of(V...)                     its value, or the mask where a predicate holds
 ///   OfPair(Complex<T>...)        the same for complex values of a scalar T; without it, `Of` is
 ///                                good for either part
-///   OfPairs(Complex<V>..., V& doubt)   OfPair for lanes; makes `doubt` infinite or NaN in lanes that
-///                                it does not serve. Without it, OfPair is good for lanes too. A
-///                                real operand comes as Complex<V>, or as V if there is such a form
+///   OfPairs(Complex<V>..., V& doubt)   OfPair for lanes; makes `doubt` infinite or NaN in lanes it
+///                                does not serve. Without it, OfPair is good for lanes too. A real
+///                                operand comes as Complex<V>, or as V if there is such a form
 template <class Operation>
 struct OnElements : Operation {
     static constexpr bool hasAllLanes = true;

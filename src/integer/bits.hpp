@@ -85,7 +85,8 @@ struct MagnitudeRule {
         if constexpr (!isSigned<T>) {
             return a;
         } else if constexpr (std::same_as<T, signed char>) {
-            // Of a byte and its negative, read as unsigned numbers, the positive one is the smaller.
+            // Of a byte and its negative, read as unsigned numbers, the positive one is the
+            // smaller.
             return (Block<T>)_mm_min_epu8((__m128i)a, _mm_subs_epi8((__m128i)b, (__m128i)a));
         } else if constexpr (std::same_as<T, short>) {
             return (Block<T>)_mm_max_epi16((__m128i)a, _mm_subs_epi16((__m128i)b, (__m128i)a));

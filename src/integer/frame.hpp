@@ -2,8 +2,8 @@
 //
 // A family is a class R that states its rules; `Forms<R>` has the three forms for all types.
 //   R::Same(T a, T b)                 the element of two integers
-//   R::Real<T, form>(V a, V b)        the element of an integer and a `double`, before it is rounded
-//                                     to a T of at most 32 bits; V is `double`, and f64x2 if the rule
+//   R::Real<T, form>(V a, V b)        the element of an integer and a `double`, not yet rounded to
+//                                     a T of at most 32 bits; V is `double`, and f64x2 if the rule
 //                                     is straight-line code for lanes
 //   R::Kernel                         in place of `Real`, a kernel of core/blocks.hpp
 //   R::Exact(a, b)                    the same for T of 64 bits, for both orders of the operands
