@@ -26,7 +26,7 @@ std::string Show(std::complex<double> z, int digits) {
 class Measurement {
 public:
     Measurement(std::uint64_t samples, std::uint64_t seed, std::uint64_t rows)
-        : count(samples), firstSeed(seed), progress(2 * samples * rows) {
+        : count(samples), firstSeed(seed), progress("complex_accuracy", 2 * samples * rows) {
         std::puts("| function | type | region | largest error, ulp | at |");
         std::puts("|---|---|---|---|---|");
     }
