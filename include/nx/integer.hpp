@@ -5,7 +5,8 @@
 // described in <nx/elementwise.hpp>. Each operand is an array of T or, in one position, of
 // `double`; strides of a `double` array count its own elements.
 //
-// - No result wraps: it stops at the limits of T.
+// - Results stop at the limits of T and do not wrap, but for two of 64 bits next to a rounding; see
+//   `IntVectorMod` and `IntVectorTimes`.
 // - A `double` becomes an integer by one rule: the nearest, halves away from zero, the limit beyond
 //   it, and 0 for a NaN.
 // - Types of at most 32 bits meet `double` in `double`, and the result is rounded once. `long` and
@@ -43,7 +44,7 @@ template <class T>
 NX_API void IntVectorMinus(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
                            unsigned long bStride, unsigned long count);
 
-/// Product `a * b`.
+/// Product `a * b`. Of `unsigned long` and `double`, one that rounds up to 2^64 gives 0.
 template <class T>
 NX_API void IntVectorTimes(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
                            unsigned long bStride, unsigned long count);
@@ -82,7 +83,8 @@ NX_API void IntVectorRem(T* dst, T* a, double* b, unsigned long dstStride, unsig
 
 /// Remainder of `a` divided by `b` with the sign of `b`, and `a` for a zero `b`; otherwise as
 /// `IntVectorRem`, but an infinite divisor of the other sign gives the limit on its side for types
-/// up to 32 bits.
+/// up to 32 bits. -0.49999999999999994 counts as a half before 64 bits: modulo the highest `long` it
+/// wraps to the lowest.
 template <class T>
 NX_API void IntVectorMod(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
                          unsigned long bStride, unsigned long count);
@@ -95,8 +97,8 @@ NX_API void IntVectorMod(T* dst, T* a, double* b, unsigned long dstStride, unsig
 
 /// Power of the base `a` and the exponent `b`; 0 to the power 0 is 1. Throws `scalarPowerError` at
 /// the first exponent that is negative, no integer or a NaN: elements before it are written, later
-/// ones are untouched. A negative exponent for the whole array throws even for a `count` of 0 if it
-/// is, or becomes, an integer of T. Plus infinity is an exponent: it is taken as an even one. A
+/// ones are untouched. A negative exponent for the whole array throws even for a `count` of 0 if
+/// base and exponent both are, or become, integers of T. Plus infinity is an exponent: it is taken as an even one. A
 /// `double` base is raised in `double` also for 64 bits, and a NaN gives 0.
 template <class T>
 NX_API void IntVectorPower(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
@@ -239,7 +241,7 @@ NX_API void IntVectorUminus(T* dst, T* src, unsigned long dstStride, unsigned lo
 // Exact arithmetic of a 64-bit integer and a `double`, rounded once: to nearest, halves away from
 // zero, saturated. An infinity gives a limit and a NaN 0, but for what is said at a function.
 
-/// `a + x`.
+/// `a + x`. An x of -0.49999999999999994 counts as a half.
 NX_API long IntPlusFtorIMPL(long a, double x);
 NX_API unsigned long IntPlusFtorIMPL(unsigned long a, double x);
 

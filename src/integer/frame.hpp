@@ -14,8 +14,8 @@
 // defines and instantiates the public templates. Declare them in <nx/integer.hpp>, and add the
 // family to the tables of tests/integer and of the benchmark.
 //
-// Blocks and elements give the same results; strides, alignment and count alone decide which is
-// used.
+// Blocks and elements give the same results; strides, alignment and count decide which is used, and
+// in the forms with `double` also values that blocks do not serve.
 #ifndef NX_INTEGER_FRAME_HPP
 #define NX_INTEGER_FRAME_HPP
 

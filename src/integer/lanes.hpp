@@ -208,8 +208,7 @@ inline f64x2 RoundToUnsigned(f64x2 v) {
 }
 
 /// The nearest integers, halves away from zero. `int` and `unsigned int` are saturated; for the
-/// other types they are within the range of `int`, and negative for a negative value also if T is
-/// unsigned.
+/// other types they are within the range of `int`.
 template <Narrow T>
 Words<T> RoundToWords(const Spread<T, f64x2>& v) {
     Words<T> words;
@@ -227,8 +226,8 @@ Words<T> RoundToWords(const Spread<T, f64x2>& v) {
     return words;
 }
 
-/// Whether all those words are good. A NaN is not, but for `unsigned int`; for types below 32 bits
-/// what is beyond `int` is not either.
+/// Whether all those words are good. A NaN may not be, nor, for types below 32 bits, what is beyond
+/// `int`.
 template <Narrow T, Value W>
 bool AreGood(const Words<T>& words, const Spread<T, W>& values) {
     if constexpr (std::same_as<T, unsigned int>) {
