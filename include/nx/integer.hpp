@@ -83,8 +83,8 @@ NX_API void IntVectorRem(T* dst, T* a, double* b, unsigned long dstStride, unsig
 
 /// Remainder of `a` divided by `b` with the sign of `b`, and `a` for a zero `b`; otherwise as
 /// `IntVectorRem`, but an infinite divisor of the other sign gives the limit on its side for types
-/// up to 32 bits. -0.49999999999999994 counts as a half before 64 bits: modulo the highest `long` it
-/// wraps to the lowest.
+/// up to 32 bits. -0.49999999999999994 counts as a half before 64 bits: modulo the highest `long`
+/// it wraps to the lowest.
 template <class T>
 NX_API void IntVectorMod(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
                          unsigned long bStride, unsigned long count);
@@ -98,8 +98,8 @@ NX_API void IntVectorMod(T* dst, T* a, double* b, unsigned long dstStride, unsig
 /// Power of the base `a` and the exponent `b`; 0 to the power 0 is 1. Throws `scalarPowerError` at
 /// the first exponent that is negative, no integer or a NaN: elements before it are written, later
 /// ones are untouched. A negative exponent for the whole array throws even for a `count` of 0 if
-/// base and exponent both are, or become, integers of T. Plus infinity is an exponent: it is taken as an even one. A
-/// `double` base is raised in `double` also for 64 bits, and a NaN gives 0.
+/// base and exponent both are, or become, integers of T. Plus infinity is an exponent: it is taken
+/// as an even one. A `double` base is raised in `double` also for 64 bits, and a NaN gives 0.
 template <class T>
 NX_API void IntVectorPower(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
                            unsigned long bStride, unsigned long count);
