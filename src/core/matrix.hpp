@@ -5,7 +5,7 @@
 // defines the public two-operand template `Family` as a call of `loop` and instantiates it for
 // every member of LIST; the rows below it do the same for the other call shapes. A LIST names the
 // template arguments of its members. Macros are the language's only way to instantiate a template
-// over a list; all that the library has stand here.
+// over a list; all that the library has stand here, and for integers in integer/matrix.hpp.
 #ifndef NX_CORE_MATRIX_HPP
 #define NX_CORE_MATRIX_HPP
 
