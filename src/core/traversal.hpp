@@ -148,7 +148,7 @@ concept HasOrderedForm = requires(V v) {
 
 /// `group` vectors, in the faster form if all of them can take it.
 template <class Op, unsigned long group, class V>
-void ApplyToGroup(const V* a, const V* b, V* results) {
+[[gnu::always_inline]] inline void ApplyToGroup(const V* a, const V* b, V* results) {
     i32x4 unordered{};
     for (unsigned long j = 0; j < group; j += 2) {
         unordered |= Unordered(Op::Suspect(a[j], b[j]), Op::Suspect(a[j + 1], b[j + 1]));
