@@ -7,6 +7,7 @@
 // `Op::template Apply<TDst>(x...)` is one element of any types, or the lanes of one real type. An
 // Op that derives from `OnElements` has lanes for all its types. An Op of two operands may have a
 // faster `ApplyOrdered(a, b)` for lanes in which `Suspect(a, b)`, one of the two, is no NaN.
+// `branches` says that its form for an element takes branches that the data decide.
 #ifndef NX_CORE_TRAVERSAL_HPP
 #define NX_CORE_TRAVERSAL_HPP
 
@@ -147,20 +148,22 @@ concept HasOrderedForm = requires(V v) {
 };
 
 /// `group` vectors, in the faster form if all of them can take it.
-template <class Op, unsigned long group, class V>
-[[gnu::always_inline]] inline void ApplyToGroup(const V* a, const V* b, V* results) {
+template <class Op, unsigned long group, class V, class T>
+[[gnu::always_inline]] inline void ApplyToGroup(T* dst, const V* a, const V* b) {
     i32x4 unordered{};
     for (unsigned long j = 0; j < group; j += 2) {
         unordered |= Unordered(Op::Suspect(a[j], b[j]), Op::Suspect(a[j + 1], b[j + 1]));
     }
     const bool ordered = !Any<V>(unordered);
     for (unsigned long j = 0; j < group; ++j) {
-        results[j] = ordered ? Op::ApplyOrdered(a[j], b[j]) : Op::template Apply<V>(a[j], b[j]);
+        Store(dst + j * Lanes<V>::count,
+              ordered ? Op::ApplyOrdered(a[j], b[j]) : Op::template Apply<V>(a[j], b[j]));
     }
 }
 
 /// Groups of four vectors of parts, then vectors, then elements, all of them behind the elements
-/// that align the destination.
+/// that align the destination. A vector is stored before the next one is loaded: stores in a row
+/// are slower.
 template <class Op, class V, class TDst, class... S>
 void PartsLoop(TDst* dst, unsigned long count, S... sources) {
     constexpr unsigned long perVector = Lanes<V>::count / (sizeof(TDst) / sizeof(RealType<TDst>));
@@ -168,22 +171,23 @@ void PartsLoop(TDst* dst, unsigned long count, S... sources) {
     unsigned long i = std::min(count, ElementsToAlignment(dst));
     ElementLoop<Op>(dst, 0, i, sources...);
     for (; count - i >= group * perVector; i += group * perVector) {
-        V results[group];
         if constexpr (HasOrderedForm<Op, V>) {
             [&](auto a, auto b) {
                 const V va[] = {a.From(i), a.From(i + perVector), a.From(i + 2 * perVector),
                                 a.From(i + 3 * perVector)};
                 const V vb[] = {b.From(i), b.From(i + perVector), b.From(i + 2 * perVector),
                                 b.From(i + 3 * perVector)};
-                ApplyToGroup<Op, group>(va, vb, results);
+                ApplyToGroup<Op, group>(dst + i, va, vb);
             }(sources...);
-        } else {
-            for (unsigned long j = 0; j < group; ++j) {
-                results[j] = Op::template Apply<V>(sources.From(i + j * perVector)...);
+        } else if constexpr (sizeof(RealType<TDst>) < sizeof(ElementOf<V>)) {
+            for (unsigned long j = i; j < i + group * perVector; j += 2 * perVector) {
+                StoreParts(dst + j, Op::template Apply<V>(sources.From(j)...),
+                           Op::template Apply<V>(sources.From(j + perVector)...));
             }
-        }
-        for (unsigned long j = 0; j < group; j += 2) {
-            StoreParts(dst + i + j * perVector, results[j], results[j + 1]);
+        } else {
+            for (unsigned long j = i; j < i + group * perVector; j += perVector) {
+                StoreParts(dst + j, Op::template Apply<V>(sources.From(j)...));
+            }
         }
     }
     for (; count - i >= perVector; i += perVector) {
@@ -245,18 +249,22 @@ template <class Op, class V, class TDst, class... S>
 template <class Op, class V, unsigned long group, class TDst, class... S>
 [[gnu::always_inline]] inline void PairsGroup(TDst* dst, unsigned long i, S... sources) {
     constexpr unsigned long lanes = Lanes<V>::count;
-    Complex<V> results[group];
     V doubt{};
-    for (unsigned long j = 0; j < group; ++j) {
-        results[j] = ApplyToPairs<Op>(doubt, sources.From(i + j * lanes)...);
-    }
     if constexpr (HasDoubts<Op, V, decltype(sources.From(i))...>) {
+        Complex<V> results[group];
+        for (unsigned long j = 0; j < group; ++j) {
+            results[j] = ApplyToPairs<Op>(doubt, sources.From(i + j * lanes)...);
+        }
         if (Any<V>(IsDoubtful(doubt))) [[unlikely]] {
             return RarePairs<Op, V>(dst, i, i + group * lanes, sources...);
         }
-    }
-    for (unsigned long j = 0; j < group; ++j) {
-        StorePairs(dst + i + j * lanes, results[j]);
+        for (unsigned long j = 0; j < group; ++j) {
+            StorePairs(dst + i + j * lanes, results[j]);
+        }
+    } else {
+        for (unsigned long j = i; j < i + group * lanes; j += lanes) {
+            StorePairs(dst + j, ApplyToPairs<Op>(doubt, sources.From(j)...));
+        }
     }
 }
 
@@ -316,13 +324,24 @@ void AdjacentLoop(TDst* dst, unsigned long count, const TSrc*... src) {
     }
 }
 
+/// One element of a loop without lanes: in one of them if the element form would branch.
+template <class Op, class TDst, class... TSrc>
+TDst ApplySingly(TSrc... x) {
+    if constexpr (Value<TDst> && (std::same_as<TDst, TSrc> && ...) && requires { Op::branches; }) {
+        using V = Vector<TDst>;
+        return Op::template Apply<V>(V{x}...)[0];
+    } else {
+        return Op::template Apply<TDst>(x...);
+    }
+}
+
 template <class Op, class TDst, class TSrc>
 void GeneralLoop(TDst* dst, const TSrc* src, unsigned long dstStride, unsigned long srcStride,
                  unsigned long count) {
     const unsigned long dstBytes = dstStride * sizeof(TDst);
     const unsigned long srcBytes = srcStride * sizeof(TSrc);
     for (; count != 0; --count) {
-        *dst = Op::template Apply<TDst>(*src);
+        *dst = ApplySingly<Op, TDst>(*src);
         dst = Advance(dst, dstBytes);
         src = Advance(src, srcBytes);
     }
@@ -368,7 +387,7 @@ void GeneralLoop(TDst* dst, const TA* a, const TB* b, unsigned long dstStride,
         GatheringLoop<Op>(dst, a, b, dstBytes, aBytes, bBytes, count);
     } else {
         for (; count != 0; --count) {
-            *dst = Op::template Apply<TDst>(*a, *b);
+            *dst = ApplySingly<Op, TDst>(*a, *b);
             dst = Advance(dst, dstBytes);
             a = Advance(a, aBytes);
             b = Advance(b, bBytes);

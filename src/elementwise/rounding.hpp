@@ -40,6 +40,8 @@ V Truncated(V v) {
 
 template <real::Rounding rounding>
 struct RoundedToInteger {
+    static constexpr bool branches = true;
+
     template <Value V>
     static V Of(V v) {
         if constexpr (std::floating_point<V>) {
@@ -62,6 +64,8 @@ using Fixed = RoundedToInteger<real::Rounding::towardZero>;
 
 /// Halves go away from zero: the system's function on values.
 struct RoundedToNearest {
+    static constexpr bool branches = true;
+
     template <Value V>
     static V Of(V v) {
         if constexpr (std::floating_point<V>) {

@@ -88,6 +88,7 @@ struct Choice : Rule {
     using Operand = Candidates<TDst, Working<TDst, TA, TB>>;
 
     static constexpr unsigned long pairsAtOnce = 1;
+    static constexpr bool branches = true;
 
     template <class TDst, class W>
     static auto OfPair(const Candidates<TDst, W>& a, const Candidates<TDst, W>& b) {
