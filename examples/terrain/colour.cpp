@@ -5,6 +5,8 @@
 
 #include <nx/nx.hpp>
 
+#include "relief.hpp"
+
 namespace terrain {
 
 namespace {
@@ -25,9 +27,6 @@ constexpr Ramp water{{190, 224, 240}, {10, 30, 88}};
 /// The heights, in metres and without their sign, at which the ramps begin and end.
 constexpr double shoreHeight = 10;
 constexpr double farHeight = 2500;
-
-/// The share of a colour that is left in the shade.
-constexpr double skyLight = 0.35;
 
 /// The logarithms of `shoreHeight` to `farHeight` as 0 to 1. What is closer to sea level counts as
 /// shore, the minus infinity of height 0 included.
@@ -58,7 +57,7 @@ Numbers Blend(double from, double to, Numbers& share) {
 
 } // namespace
 
-Picture Paint(const Grid& grid, Logarithm& logarithm, Numbers& shade) {
+Picture Paint(const Grid& grid, Logarithm& logarithm, std::vector<std::uint8_t>& gray) {
     const unsigned long count = logarithm.values.size();
     // A complex number lies in memory as its two parts, so a stride of 2 walks along one of them.
     double* const parts = reinterpret_cast<double*>(logarithm.values.data());
@@ -67,11 +66,9 @@ Picture Paint(const Grid& grid, Logarithm& logarithm, Numbers& shade) {
     double pi = std::numbers::pi;
     nx::Rdivide(wet.data(), parts + 1, &pi, 1, 2, 0, count);
 
-    // Where no light comes directly, some comes from the sky.
-    Numbers light = Blend(skyLight, 1, shade);
-    double brightest = 255;
-
-    Numbers colours(channels * count);
+    // A colour by the gray of level ground, and then by the gray of the place.
+    double level = levelGray;
+    std::vector<std::uint8_t> colours(channels * count);
     for (std::size_t c = 0; c < channels; ++c) {
         Numbers dryColour = Blend(land.shore[c], land.far[c], far);
         Numbers wetColour = Blend(water.shore[c], water.far[c], far);
@@ -80,17 +77,16 @@ Picture Paint(const Grid& grid, Logarithm& logarithm, Numbers& shade) {
         nx::Minus(difference, difference, dry, 1, 1, 1, count);
         nx::Times(difference, difference, wet.data(), 1, 1, 1, count);
         nx::Plus(dry, dry, difference, 1, 1, 1, count);
-        nx::Times(dry, dry, light.data(), 1, 1, 1, count);
-        nx::Min(colours.data() + c, dry, &brightest, channels, 1, 0, count);
+        nx::Rdivide(dry, dry, &level, 1, 1, 0, count);
+        nx::IntVectorTimes<std::uint8_t>(colours.data() + c, dry, gray.data(), channels, 1, 1,
+                                         count);
     }
 
     Picture picture{grid.Columns(), grid.Rows(), {}};
     picture.pixels.reserve(colours.size());
-    const std::size_t rowSize = channels * grid.Columns();
-    for (std::size_t row = grid.Rows(); row-- != 0;) {
-        for (std::size_t i = row * rowSize; i < (row + 1) * rowSize; ++i) {
-            picture.pixels.push_back(static_cast<std::uint8_t>(colours[i] + 0.5));
-        }
+    const auto rowSize = static_cast<std::ptrdiff_t>(channels * grid.Columns());
+    for (auto end = colours.cend(); end != colours.cbegin(); end -= rowSize) {
+        picture.pixels.insert(picture.pixels.end(), end - rowSize, end);
     }
     return picture;
 }

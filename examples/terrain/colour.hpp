@@ -2,6 +2,7 @@
 #ifndef TERRAIN_COLOUR_HPP
 #define TERRAIN_COLOUR_HPP
 
+#include <cstdint>
 #include <vector>
 
 #include "grid.hpp"
@@ -11,9 +12,9 @@
 namespace terrain {
 
 /// A pixel for each height, north at the top: the real part is the brightness, and the imaginary
-/// part, pi under water and 0 on land, the amount of the water's colour. `shade` is how bright each
-/// place is beside level ground.
-Picture Paint(const Grid& grid, Logarithm& logarithm, std::vector<double>& shade);
+/// part, pi under water and 0 on land, the amount of the water's colour. `gray` is how bright each
+/// place is, and `levelGray` leaves the colour as it is.
+Picture Paint(const Grid& grid, Logarithm& logarithm, std::vector<std::uint8_t>& gray);
 
 } // namespace terrain
 

@@ -1,5 +1,6 @@
 // Reads a grid of heights, takes the logarithm of every one and the light on it with nx, and paints
 // the result.
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -45,8 +46,8 @@ int main(int argc, char** argv) {
         app.parse(argc, argv);
         terrain::Grid grid = terrain::ReadGrid(input);
         terrain::Logarithm logarithm = terrain::ComputeLogarithm(grid);
-        std::vector<double> shade = terrain::ComputeShade(grid, light);
-        const terrain::Picture picture = Enlarge(Paint(grid, logarithm, shade), scale);
+        std::vector<std::uint8_t> gray = terrain::ComputeGray(grid, light);
+        const terrain::Picture picture = Enlarge(Paint(grid, logarithm, gray), scale);
         WritePng(picture, output);
         PrintReport(grid, logarithm);
         std::printf("\nPicture, %zu by %zu: %s\n", picture.width, picture.height, output.c_str());

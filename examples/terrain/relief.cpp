@@ -11,6 +11,9 @@ using Numbers = std::vector<double>;
 /// Metres along a meridian from one degree to the next.
 constexpr double metresPerDegree = 111195;
 
+/// The share of the light that comes from the sky, into the shade too.
+constexpr double skyLight = 0.35;
+
 /// From the neighbour before to the neighbour after each of `count` values, which lie `stride`
 /// apart; at the ends, from or to the value itself.
 void Difference(double* difference, double* values, unsigned long stride, unsigned long count) {
@@ -68,11 +71,10 @@ Numbers RiseToTheNorth(Grid& grid) {
     return rise;
 }
 
-} // namespace
-
-// The brightness is the cosine of the angle between the light and the upright of the ground:
-// sin(altitude) cos(slope) + cos(altitude) sin(slope) cos(azimuth - aspect).
-Numbers ComputeShade(Grid& grid, Light light) {
+/// The brightness of every height beside that of level ground, without the sky: 1 where it is level,
+/// 0 where the light does not reach. It is the cosine of the angle between the light and the upright
+/// of the ground: sin(altitude) cos(slope) + cos(altitude) sin(slope) cos(azimuth - aspect).
+Numbers Shade(Grid& grid, Light light) {
     const unsigned long count = grid.heights.size();
     Numbers east = RiseToTheEast(grid);
     Numbers north = RiseToTheNorth(grid);
@@ -105,6 +107,21 @@ Numbers ComputeShade(Grid& grid, Light light) {
     nx::Max(shade.data(), shade.data(), &none, 1, 1, 0, count);
     nx::Rdivide(shade.data(), shade.data(), &high, 1, 1, 0, count);
     return shade;
+}
+
+} // namespace
+
+std::vector<std::uint8_t> ComputeGray(Grid& grid, Light light) {
+    Numbers shade = Shade(grid, light);
+    const unsigned long count = shade.size();
+    std::vector<std::uint8_t> gray(count);
+    std::uint8_t* const p = gray.data();
+    std::uint8_t level = levelGray;
+    double direct = 1 - skyLight, sky = skyLight * levelGray;
+    nx::IntVectorTimes<std::uint8_t>(p, shade.data(), &level, 1, 1, 0, count);
+    nx::IntVectorTimes<std::uint8_t>(p, p, &direct, 1, 1, 0, count);
+    nx::IntVectorPlus<std::uint8_t>(p, p, &sky, 1, 1, 0, count);
+    return gray;
 }
 
 } // namespace terrain

@@ -3,6 +3,7 @@
 #ifndef TERRAIN_RELIEF_HPP
 #define TERRAIN_RELIEF_HPP
 
+#include <cstdint>
 #include <vector>
 
 #include "grid.hpp"
@@ -15,9 +16,11 @@ struct Light {
     double exaggeration = 4; ///< by how much heights are stretched
 };
 
-/// The brightness of every height beside that of level ground: 1 where it is level, 0 where the
-/// light does not reach. Row by row, as the heights of the grid.
-std::vector<double> ComputeShade(Grid& grid, Light light);
+/// The gray of level ground. The brightest slope that a light at 45 degrees finds fits a byte.
+inline constexpr std::uint8_t levelGray = 180;
+
+/// How bright every place is, as a gray. Row by row, as the heights of the grid.
+std::vector<std::uint8_t> ComputeGray(Grid& grid, Light light);
 
 } // namespace terrain
 
