@@ -56,6 +56,7 @@ std::vector<Case> Elementary();
 std::vector<Case> Angles();
 std::vector<Case> Reciprocals();
 std::vector<Case> RealPairs();
+std::vector<Case> FlatEntries();
 std::vector<Case> ComplexKernels();
 std::vector<Case> IntegerFamilies();
 
