@@ -39,6 +39,10 @@ namespace nx::core {
 
 inline constexpr unsigned long blockVectors = 32;
 
+/// The number of a phase that changes a state.
+template <int number>
+using Phase = std::integral_constant<int, number>;
+
 template <class T>
 inline constexpr unsigned long blockElements = sizeof(Vector<T>) / sizeof(T) * blockVectors;
 
@@ -123,7 +127,7 @@ template <class K, class V, int phase = 0, class State>
                                    unsigned long vectors) {
     const auto next = [=](unsigned long j) {
         if constexpr (HasLastingState<K, V>) {
-            return K::Next(states[j], std::integral_constant<int, phase>{});
+            return K::Next(states[j], Phase<phase>{});
         } else {
             return K::Next(states[j]);
         }

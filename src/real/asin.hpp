@@ -13,8 +13,8 @@
 
 #include <cmath>
 #include <limits>
-#include <type_traits>
 
+#include "core/blocks.hpp"
 #include "core/lanes.hpp"
 #include "real/atan.hpp"
 
@@ -103,9 +103,6 @@ V AsinHead(V s2) {
 
 /// The phases before the last.
 struct AsinPhases {
-    template <int number>
-    using Phase = std::integral_constant<int, number>;
-
     template <Value V>
     struct Argument {
         V x, z4, s2, numerator;

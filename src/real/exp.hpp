@@ -16,8 +16,8 @@
 
 #include <concepts>
 #include <cstdint>
-#include <type_traits>
 
+#include "core/blocks.hpp"
 #include "core/lanes.hpp"
 
 namespace nx::real {
@@ -106,10 +106,6 @@ struct ExpConstants<float> {
     static constexpr std::int32_t overflowWord = 0x42B17218;
     static constexpr std::int32_t largeExponent = 23;
 };
-
-/// The number of a phase that works in place.
-template <int number>
-using Phase = std::integral_constant<int, number>;
 
 /// Step 1: hi, lo and k. Of k only the low bits count, as many as an exponent has.
 template <Value V>
