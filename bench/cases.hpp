@@ -57,6 +57,7 @@ std::vector<Case> Angles();
 std::vector<Case> Reciprocals();
 std::vector<Case> RealPairs();
 std::vector<Case> FlatEntries();
+std::vector<Case> MixedRanges();
 std::vector<Case> ComplexKernels();
 std::vector<Case> IntegerFamilies();
 

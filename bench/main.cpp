@@ -122,6 +122,7 @@ int main(int argc, char** argv) {
     bench::RegisterAll(bench::Reciprocals());
     bench::RegisterAll(bench::RealPairs());
     bench::RegisterAll(bench::FlatEntries());
+    bench::RegisterAll(bench::MixedRanges());
     bench::RegisterAll(bench::ComplexKernels());
     bench::RegisterAll(bench::IntegerFamilies());
     benchmark::RunSpecifiedBenchmarks();

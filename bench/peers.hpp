@@ -60,6 +60,12 @@ Loop<F> System(F function) {
     return {function, "system"};
 }
 
+/// A loop over the same steps for one element.
+template <class F>
+Loop<F> SameSteps(F function) {
+    return {function, "same-steps"};
+}
+
 #ifdef NX_HAVE_SLEEF
 inline constexpr bool haveSleef = true;
 #else

@@ -98,12 +98,6 @@ struct OfDivided {
     const char* name = "direct-and-division";
 };
 
-/// A loop over the same steps for one element.
-template <class F>
-Loop<F> SameSteps(F function) {
-    return {function, "same-steps"};
-}
-
 /// Multiples of a step, on both sides of 0.
 Data Steps(double step) {
     return {"multiples", [step](Random& random, double) {
