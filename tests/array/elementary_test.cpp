@@ -237,6 +237,42 @@ TYPED_TEST(Elementary, ComplexMembersMatchTheirFunctions) {
     }
 }
 
+/// Both results of `SinCos`, each over an array of its own, or one of them over the source.
+TYPED_TEST(Elementary, SinCosGivesBothInEveryShape) {
+    using T = TypeParam;
+    const auto expectBoth = [](const std::vector<T>& values, Strided<T>& sine, Strided<T>& cosine) {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            T s, c;
+            real::KernelSinCos(values[i], &s, &c);
+            ASSERT_TRUE(Matches(T{sine[i]}, s)) << Show(values[i]) << " at " << i;
+            ASSERT_TRUE(Matches(T{cosine[i]}, c)) << Show(values[i]) << " at " << i;
+        }
+    };
+    const auto call = [](Strided<T>& sine, Strided<T>& cosine, Strided<T>& src, std::size_t count) {
+        SinCos(sine.Data(), cosine.Data(), src.Data(), sine.Stride(), cosine.Stride(), src.Stride(),
+               count);
+    };
+    for (const Shape& shape : shapes) {
+        for (const long other : {1L, 2L, -1L}) {
+            for (const std::size_t count : counts) {
+                const auto values = Arguments<T>(this->random, count);
+                Strided<T> src(values, shape.src, count % 4);
+                Strided<T> sine(count, shape.dst, this->random.Below(4));
+                Strided<T> cosine(count, other, this->random.Below(4));
+                call(sine, cosine, src, count);
+                ASSERT_NO_FATAL_FAILURE(expectBoth(values, sine, cosine));
+                ASSERT_TRUE(sine.IsUntouchedFrom(count) && cosine.IsUntouchedFrom(count));
+
+                Strided<T> overSine(values, shape.src), overCosine(values, shape.src);
+                call(overSine, cosine, overSine, count);
+                ASSERT_NO_FATAL_FAILURE(expectBoth(values, overSine, cosine));
+                call(sine, overCosine, overCosine, count);
+                ASSERT_NO_FATAL_FAILURE(expectBoth(values, sine, overCosine));
+            }
+        }
+    }
+}
+
 TYPED_TEST(Elementary, TouchNothingForCountZero) {
     for (const auto& row : this->cases) {
         const auto callAll = [&row] {
