@@ -210,7 +210,8 @@ std::vector<Case> Reciprocals() {
     const Data positive = Range("1e-3", "1e3");
     Table table;
     table.Unary("Sqrt", {positive}, Nx([](auto... x) { nx::Sqrt(x...); }),
-                System([](auto x) { return std::sqrt(x); }));
+                System([](auto x) { return std::sqrt(x); }),
+                EigenArrays([](auto x) { return x.sqrt(); }));
     table.Unary("Sec", {ten}, Nx([](auto... x) { nx::Sec(x...); }),
                 ThenDivided([](auto... x) { nx::Cos(x...); }));
     table.Unary("Csc", {ten}, Nx([](auto... x) { nx::Csc(x...); }),
