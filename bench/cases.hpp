@@ -19,6 +19,8 @@ using Random = std::mt19937_64;
 struct Data {
     std::string name;
     std::function<double(Random&, double smallestNormal)> draw;
+    /// For a second source of another kind.
+    std::function<double(Random&, double smallestNormal)> drawSecond = {};
 };
 
 /// What one call works on. The case knows the element types.

@@ -20,6 +20,11 @@ inline Data Range(const std::string& lo, const std::string& hi) {
             }};
 }
 
+/// Arguments of two kinds for two sources.
+inline Data Pairs(const Data& first, const Data& second) {
+    return {first.name + "^" + second.name, first.draw, second.draw};
+}
+
 /// One in a hundred of `data` replaced.
 inline Data Sprinkled(const std::string& name, Data data, decltype(Data::draw) replacement) {
     return {data.name + "," + name, [=](Random& random, double smallestNormal) {

@@ -57,7 +57,9 @@ Arrays Arrange(const Case& benchmarked, const Data& data, unsigned long count, L
     Random random;
     for (std::size_t i = 0; i < benchmarked.fill.size(); ++i) {
         arrays.src[i] = first(i * srcLines, benchmarked.srcSize);
-        benchmarked.fill[i](arrays.src[i], count * layout.stride, data, random);
+        const bool isOther = i == 1 && data.drawSecond;
+        benchmarked.fill[i](arrays.src[i], count * layout.stride,
+                            isOther ? Data{data.name, data.drawSecond} : data, random);
     }
     return arrays;
 }

@@ -23,6 +23,32 @@ FUNCTIONS = {
     "Log2": numpy.log2,
     "Log10": numpy.log10,
     "Log1p": numpy.log1p,
+    "Exp": numpy.exp,
+    "Expm1": numpy.expm1,
+    "Sin": numpy.sin,
+    "Cos": numpy.cos,
+    "Tan": numpy.tan,
+    "Asin": numpy.arcsin,
+    "Acos": numpy.arccos,
+    "Atan": numpy.arctan,
+    "Sinh": numpy.sinh,
+    "Cosh": numpy.cosh,
+    "Tanh": numpy.tanh,
+    "Asinh": numpy.arcsinh,
+    "Acosh": numpy.arccosh,
+    "Atanh": numpy.arctanh,
+    "Sqrt": numpy.sqrt,
+    "Atan2": numpy.arctan2,
+    "Hypot": numpy.hypot,
+    "Rem": numpy.fmod,
+    "Mod": numpy.remainder,
+    "Power": numpy.power,
+    "Ceil": numpy.ceil,
+    "Floor": numpy.floor,
+    "Fix": numpy.trunc,
+    "Sign": numpy.sign,
+    "Abs": numpy.absolute,
+    "Uminus": numpy.negative,
 }
 TYPES = {"double": numpy.float64, "float": numpy.float32}
 COUNTS = {"L1": 1024, "memory": 1 << 22}
@@ -39,9 +65,11 @@ def limit_to_baseline():
         os.execv(sys.executable, [sys.executable] + sys.argv)
 
 
-def draw(name, count, random):
-    """The arguments called `lo..hi`, spread as nx_bench spreads them; None for any others."""
-    match = re.fullmatch(r"([-+.e0-9]+?)\.\.([-+.e0-9]+)", name)
+def draw(name, source, count, random):
+    """The arguments called `lo..hi`, spread as nx_bench spreads them, or those of one source in
+    `lo..hi^lo..hi`; None for any others."""
+    ranges = name.split("^")
+    match = re.fullmatch(r"([-+.e0-9]+?)\.\.([-+.e0-9]+)", ranges[source % len(ranges)])
     if not match:
         return None
     low, high = float(match[1]), float(match[2])
@@ -84,7 +112,7 @@ def main():
         if len(parts) != 5 or parts[4] != "nx":
             continue
         family, element, data, size, _ = parts
-        if family not in FUNCTIONS or element not in TYPES or draw(data, 1, random) is None:
+        if family not in FUNCTIONS or element not in TYPES or draw(data, 0, 1, random) is None:
             continue
         calls[name.removesuffix("nx") + options.mode] = (
             FUNCTIONS[family],
@@ -97,8 +125,8 @@ def main():
     for _ in range(options.repetitions):
         for name, (function, element, data, count) in calls.items():
             sources = [
-                numpy.resize(draw(data, min(count, 1 << 16), random), count).astype(element)
-                for _ in range(function.nin)
+                numpy.resize(draw(data, i, min(count, 1 << 16), random), count).astype(element)
+                for i in range(function.nin)
             ]
             out = numpy.zeros(count, element)
             spent = measure(lambda: function(*sources, out=out), options.min_time)
