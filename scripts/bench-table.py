@@ -49,43 +49,59 @@ def header(context):
 Machine: {context.get("machine", "unknown")} ({cache}); {versions}; {context.get("date", "")[:10]}.
 
 One thread, processor time, all implementations in one run in random order (NumPy's right after
-it), the fastest run of each. `L1` is 1,024 elements, `memory` 4,194,304. A ratio is the peer's
-time over the time of nx: above 1 nx is faster. `system` is a plain loop over the C library's
-scalar function, `sleef` a loop over the 1-ulp SSE2 function, `plain` a loop left to the compiler,
-`eigen` and `xsimd` are SSE2; `eigen-same-nan` follows the same rule for NaN as nx. `numpy`
-dispatches on the processor, `numpy-baseline` keeps to SSE3 and below; both include the cost of a
-call from Python. Only ratios are comparable, and only inside one run."""
+it), the fastest run of each. Two figures in a cell are for 1,024 elements, which stay in the
+first-level cache, and for 4,194,304, which stay in none. A ratio is the peer's time over the time
+of nx: above 1 nx is faster. `system` is a plain loop over the C library's scalar function, `sleef` a
+loop over the 1-ulp SSE2 function, `plain` a loop left to the compiler, `eigen` and `xsimd` are SSE2;
+`eigen-same-nan` follows the same rule for NaN as nx. `numpy` dispatches on the processor,
+`numpy-baseline` keeps to SSE3 and below; both include the cost of a call from Python. `same-steps` is
+a loop over nx's own function of one element, `branches` the steps of a flat entry written down as
+plain branches, `direct-and-division` two families of nx one after the other, `copy-sse2` and `memcpy`
+move as many bytes. A branch predictor learns 1,024 elements by heart, which flatters loops that
+branch on each: for these the second figure is the one to go by. Only ratios are comparable, and
+only inside one run."""
 
 
 def table(cases, columns, ratio):
-    """A row for each case in which nx and one of the columns were measured."""
-    rows = [(case, times) for case, times in cases.items() if any(c in times for c in columns)]
-    used = [c for c in columns if any(c in times for _, times in rows)]
-    heads = ["family", "elements", "arguments", "size", "nx, ns/element"] + used
-    lines = ["| " + " | ".join(heads) + " |", "|---" * 4 + "|--:" * (len(used) + 1) + "|"]
-    for case, times in rows:
-        cells = [*case, f"{times['nx']:.2f}"]
-        cells += [f"{ratio(times['nx'], times[c]):.2f}" if c in times else "" for c in used]
-        lines.append("| " + " | ".join(cells) + " |")
+    """A row for each case in which nx and one of the columns were measured, all sizes in a cell."""
+    rows, sizes = {}, {}
+    for (*case, size), times in cases.items():
+        if any(c in times for c in columns):
+            rows.setdefault(tuple(case), {})[size] = times
+            sizes.setdefault(size)
+    used = [c for c in columns if any(c in t for row in rows.values() for t in row.values())]
+    heads = ["family", "elements", "arguments", "nx, ns/element"] + used
+    lines = ["| " + " | ".join(heads) + " |", "|---" * 3 + "|--:" * (len(used) + 1) + "|"]
+    for case, row in rows.items():
+        cells = [" / ".join(f"{row[s]['nx']:.2f}" for s in sizes if s in row)]
+        for c in used:
+            ratios = [ratio(row[s]["nx"], row[s][c]) for s in sizes if c in row.get(s, ())]
+            cells.append(" / ".join(f"{r:.2f}" for r in ratios))
+        lines.append("| " + " | ".join([*case, *cells]) + " |")
     return "\n".join(lines) if rows else None
+
+
+def by_peers(cases, others):
+    """The cases that have the same peers, NumPy aside, in the order of the first of each."""
+    groups = {}
+    for case, times in cases.items():
+        peers = tuple(sorted(i for i in times if i in others and not i.startswith("numpy")))
+        groups.setdefault(peers, {})[case] = times
+    return [group for peers, group in groups.items() if peers]
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--body", action="store_true", help="print the first table alone")
     parser.add_argument("results", nargs="+", help="JSON results, that of nx_bench first")
     options = parser.parse_args()
     context, cases = read(options.results)
     cases = {case: times for case, times in cases.items() if "nx" in times}
-    others = {i for times in cases.values() for i in times} - {"nx", *PEERS, *LAYOUTS}
-    beside = table(cases, PEERS + sorted(others), lambda nx, peer: peer / nx)
-    if options.body:
-        print(beside or "")
-        return
-    layouts = table(cases, LAYOUTS, lambda nx, layout: nx / layout)
+    peers = {i for times in cases.values() for i in times} - {"nx", *LAYOUTS}
+    columns = PEERS + sorted(peers - set(PEERS))
     parts = [header(context)]
-    if beside:
-        parts.append(beside)
+    for group in by_peers(cases, peers):
+        parts.append(table(group, columns, lambda nx, peer: peer / nx))
+    layouts = table(cases, LAYOUTS, lambda nx, layout: nx / layout)
     if layouts:
         parts.append(
             "Speed of nx on arrays that begin one element past an aligned address, and on every\n"
