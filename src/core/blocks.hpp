@@ -196,10 +196,8 @@ unsigned PatchBySecond(ElementOf<V>* values, unsigned rare, Operands... x) {
             second = K::Second(x..., Load<V>(values), unserved);
         }
         const unsigned left = rare & LaneBits<V>(unserved);
-        for (unsigned now = rare & ~left; now != 0; now &= now - 1) {
-            const int lane = std::countr_zero(now);
-            values[lane] = second[lane];
-        }
+        const MaskOf<V> served = MaskFromLaneBits<V>(rare & ~left);
+        Store(values, Select(served, second, Load<V>(values)));
         return left;
     } else {
         return rare;

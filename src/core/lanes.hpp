@@ -260,6 +260,13 @@ unsigned LaneBits(i32x4 mask) {
     }
 }
 
+/// The mask with these bits.
+template <Value V>
+i32x4 MaskFromLaneBits(unsigned bits) {
+    constexpr i32x4 lane = Doubles<V> ? i32x4{1, 1, 2, 2} : i32x4{1, 2, 4, 8};
+    return ((i32x4{} + static_cast<std::int32_t>(bits)) & lane) == lane;
+}
+
 template <Value V>
 bool Any(i32x4 mask) {
     return LaneBits<V>(mask) != 0;
