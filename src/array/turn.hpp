@@ -35,14 +35,21 @@ struct Degrees {
     template <class T>
     static constexpr T tail = real::DegreeConstants<T>::c1;
 
-    /// The most steps that one unit can be.
-    template <class T>
-    static constexpr T stepsInUnit = 1;
-
     template <Value V>
     static V Steps(V r) {
         return r / ElementOf<V>{15};
     }
+
+    /// One unit in steps, but for the rounding.
+    template <class T>
+    static constexpr T stepsInUnit = 1 / T{15};
+    /// How far r is beyond the n steps that are next to it, in degrees: exact.
+    template <Value V>
+    static V Beyond(V r, V n) {
+        return r - n * ElementOf<V>{15};
+    }
+    /// The rounding of an angle in steps is at most so many places of the angle in what `Beyond` gives.
+    static constexpr int places = 1;
 
     template <Value V>
     static V Radians(V y) {
@@ -71,13 +78,19 @@ struct PiMultiples {
     template <class T>
     static constexpr T tail = PiConstants<T>::p1;
 
-    template <class T>
-    static constexpr T stepsInUnit = 12;
-
     template <Value V>
     static V Steps(V r) {
         return ElementOf<V>{12} * r;
     }
+
+    template <class T>
+    static constexpr T stepsInUnit = 12;
+    /// In steps, and rounded as these are.
+    template <Value V>
+    static V Beyond(V r, V n) {
+        return Steps(r) - n;
+    }
+    static constexpr int places = 12;
 
     /// For what needs no tail.
     template <Value V>
@@ -258,11 +271,11 @@ AngleLanes<V> ReduceAngle(V x, const ElementOf<V>* table, std::uint32_t offset, 
     const V a = Abs(x);
     const V quarters = a * ((T{1} - 2 * epsilon) / quarter) + toInteger;
     const V rest = a - (quarters - toInteger) * quarter;
-    const V steps = Unit::Steps(rest) + (toInteger + T{4});
-    const V off = Unit::Steps(rest) - (steps - (toInteger + T{4}));
+    const V steps = rest * Unit::template stepsInUnit<T> + (toInteger + T{4});
+    const V off = Unit::Beyond(rest, steps - (toInteger + T{4}));
     const MaskOf<V> between = NotEqual(off, V{});
     rare |= NotLess(a, Broadcast<V>(bound)) | Less(Broadcast<V>(quarter / 2), rest) |
-            (between & Less(Abs(off), a * (Unit::template stepsInUnit<T> * epsilon) + tiny));
+            (between & Less(Abs(off), a * (Unit::places * epsilon) + tiny));
     const V entry = Gather(table, ((Bits(quarters) << 3) + Bits(steps) + offset) & 31);
     return {rest, quarters, FromBits<V>(Bits(entry) | (BitsOf<V>)between)};
 }
