@@ -1,17 +1,21 @@
-// Checks the real functions of one argument beyond what tests have time for: each over lanes
-// against its kernel, and the kernel against the slow reference. For `float` over all arguments
-// there are; for `double`, with --doubles, over as many random ones as asked for.
+// Checks the real functions of one argument beyond what tests have time for: each kernel over lanes
+// against the same for one element, and that against the slow reference; each array family against
+// the function of its elements, and where it stops. For `float` over all arguments there are; for
+// `double`, with --doubles, over as many random ones as asked for.
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <iostream>
 #include <mutex>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "array/elementary_cases.hpp"
 #include "parallel.hpp"
 #include "real/functions.hpp"
 #include "support/bits.hpp"
@@ -22,22 +26,22 @@ namespace {
 
 constexpr std::uint64_t chunkElements = 1 << 16;
 
-template <class T>
-struct Mismatch {
-    T x, lanes, kernel, reference;
-};
+/// What is wrong in chunk number `chunk` of the arguments, if anything.
+using CheckChunk = std::function<std::optional<std::string>(std::uint64_t chunk)>;
 
-/// Chunk number `chunk` of the arguments: consecutive patterns of a `float`; a `double` at random,
-/// any pattern, any of a range of the function and evenly from such a range by turns.
-void FillChunk(std::vector<float>& x, const UnaryFunction<float>&, std::uint64_t chunk) {
+/// Consecutive patterns of a `float`; a `double` at random, any pattern, any of a range of the
+/// function and evenly from such a range by turns.
+void FillChunk(std::vector<float>& x, const std::vector<AccuracyRange<float>>&,
+               std::uint64_t chunk) {
     for (std::uint64_t i = 0; i < chunkElements; ++i) {
         x[i] = FromBits<float>(static_cast<std::uint32_t>(chunk * chunkElements + i));
     }
 }
 
-void FillChunk(std::vector<double>& x, const UnaryFunction<double>& function, std::uint64_t chunk) {
+void FillChunk(std::vector<double>& x, const std::vector<AccuracyRange<double>>& ranges,
+               std::uint64_t chunk) {
     Random random(chunk);
-    const auto& [low, high, bound] = function.ranges[chunk / 3 % function.ranges.size()];
+    const auto& [low, high, bound] = ranges[chunk / 3 % ranges.size()];
     for (double& element : x) {
         const double part = static_cast<double>(random.Bits() >> 11) * 0x1p-53;
         element = chunk % 3 == 0   ? random.AnyPattern<double>()
@@ -46,31 +50,58 @@ void FillChunk(std::vector<double>& x, const UnaryFunction<double>& function, st
     }
 }
 
-/// The first element of a chunk at which results differ.
+/// The first element at which the results of a kernel differ.
 template <class T>
-std::optional<Mismatch<T>> CheckChunk(const UnaryFunction<T>& function, std::uint64_t chunk) {
+std::optional<std::string> CheckKernel(const UnaryFunction<T>& function, std::uint64_t chunk) {
     std::vector<T> x(chunkElements), lanes(chunkElements);
-    FillChunk(x, function, chunk);
+    FillChunk(x, function.ranges, chunk);
     function.lanes(lanes.data(), x.data(), 1, 1, x.size());
     for (std::size_t i = 0; i < x.size(); ++i) {
         const T kernel = function.kernel(x[i]);
         const T reference = function.reference(x[i]);
         if (!function.same(lanes[i], kernel) || !function.same(kernel, reference)) {
-            return Mismatch<T>{x[i], lanes[i], kernel, reference};
+            std::ostringstream what;
+            what << Show(x[i]) << ": lanes " << Show(lanes[i]) << ", kernel " << Show(kernel)
+                 << ", reference " << Show(reference);
+            return what.str();
         }
     }
     return std::nullopt;
 }
 
-/// Whether all chunks hold; stops after the first mismatch.
+/// The first element at which a family gives another result than for one element, or stops or goes
+/// on wrongly. After a stop the family starts anew.
 template <class T>
-bool Check(const UnaryFunction<T>& function, std::uint64_t chunks, unsigned threads) {
-    const std::string name = std::string(function.name) + ' ' + typeName<T>;
+std::optional<std::string> CheckFamily(const ElementaryCase<T>& family, std::uint64_t chunk) {
+    static const std::vector<AccuracyRange<T>> ranges = {
+        {T(1e-3), T(1e3), 0}, {-2, 2, 0}, {-400, 400, 0}};
+    std::vector<T> x(chunkElements), results(chunkElements);
+    FillChunk(x, ranges, chunk);
+    for (std::size_t first = 0; first < x.size();) {
+        const std::size_t stop = x.size() - family.real(results.data() + first, x.data() + first, 1,
+                                                        1, x.size() - first);
+        for (std::size_t i = first; i < stop; ++i) {
+            const T want = family.value(x[i]);
+            if (!BitwiseButNaN{}(results[i], want) || family.isOutside(x[i])) {
+                return Show(x[i]) + ": array " + Show(results[i]) + ", element " + Show(want);
+            }
+        }
+        if (stop < x.size() && !family.isOutside(x[stop])) {
+            return Show(x[stop]) + ": a stop in the domain";
+        }
+        first = stop + 1;
+    }
+    return std::nullopt;
+}
+
+/// Whether all chunks hold; stops after the first mismatch.
+bool Check(const std::string& name, std::uint64_t chunks, unsigned threads,
+           const CheckChunk& check) {
     std::mutex mutex;
-    std::optional<Mismatch<T>> first;
+    std::optional<std::string> first;
     std::uint64_t firstChunk = chunks;
     tools::RunParts(name, chunks, threads, [&](std::uint64_t chunk) {
-        const auto mismatch = CheckChunk(function, chunk);
+        const auto mismatch = check(chunk);
         const std::lock_guard lock(mutex);
         if (mismatch && chunk < firstChunk) {
             firstChunk = chunk;
@@ -79,9 +110,7 @@ bool Check(const UnaryFunction<T>& function, std::uint64_t chunks, unsigned thre
         return !mismatch;
     });
     if (first) {
-        std::cout << name << ": MISMATCH at " << Show(first->x) << ": lanes " << Show(first->lanes)
-                  << ", kernel " << Show(first->kernel) << ", reference " << Show(first->reference)
-                  << std::endl;
+        std::cout << name << ": MISMATCH at " << *first << std::endl;
     } else {
         std::cout << name << ": " << chunks * chunkElements << " arguments, all the same"
                   << std::endl;
@@ -94,9 +123,14 @@ int Run(int argc, char** argv) {
     for (const auto& function : unaryFunctions<float>) {
         known.push_back(function.name);
     }
+    for (const auto& family : ElementaryCases<float>()) {
+        known.push_back(family.name);
+    }
     CLI::App app{
-        "Compares the real functions over lanes with their scalar kernels and with the slow "
-        "reference: for all 2^32 arguments of float, or for random ones of double."};
+        "Compares the real kernels (sin) over lanes with the same for one element and with the "
+        "slow "
+        "reference, and array families (Sin) with the function of their elements: for all 2^32 "
+        "arguments of float, or for random ones of double."};
     std::vector<std::string> names;
     std::uint64_t doubles = 0;
     unsigned threads = std::max(1u, std::thread::hardware_concurrency());
@@ -109,18 +143,25 @@ int Run(int argc, char** argv) {
     CLI11_PARSE(app, argc, argv);
 
     bool held = true;
-    const auto checkAll = [&](const auto& functions, std::uint64_t chunks) {
-        for (const auto& function : functions) {
-            if (names.empty() ||
-                std::find(names.begin(), names.end(), function.name) != names.end()) {
-                held = Check(function, chunks, threads) && held;
+    const auto checkAll = [&](auto zero, std::uint64_t chunks) {
+        using T = decltype(zero);
+        const auto checkIfNamed = [&](const std::string& name, const CheckChunk& check) {
+            if (names.empty() || std::find(names.begin(), names.end(), name) != names.end()) {
+                held = Check(name + ' ' + typeName<T>, chunks, threads, check) && held;
             }
+        };
+        for (const auto& function : unaryFunctions<T>) {
+            checkIfNamed(function.name,
+                         [&](auto chunk) { return CheckKernel<T>(function, chunk); });
+        }
+        for (const auto& family : ElementaryCases<T>()) {
+            checkIfNamed(family.name, [&](auto chunk) { return CheckFamily<T>(family, chunk); });
         }
     };
     if (doubles != 0) {
-        checkAll(unaryFunctions<double>, (doubles - 1) / chunkElements + 1);
+        checkAll(0.0, (doubles - 1) / chunkElements + 1);
     } else {
-        checkAll(unaryFunctions<float>, (std::uint64_t{1} << 32) / chunkElements);
+        checkAll(0.0f, (std::uint64_t{1} << 32) / chunkElements);
     }
     return held ? 0 : 1;
 }

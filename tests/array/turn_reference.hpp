@@ -12,13 +12,13 @@
 namespace nx::test::reference {
 
 template <class T>
-struct Reduction {
+struct CodedAngle {
     int code;
     T y0, y1;
 };
 
 template <class T>
-Reduction<T> Reduce(T x, T turn, T head, T tail) {
+CodedAngle<T> Reduce(T x, T turn, T head, T tail) {
     T a = std::fabs(x);
     if (!(a < turn)) {
         x = std::fmod(x, turn);
@@ -48,19 +48,19 @@ Reduction<T> Reduce(T x, T turn, T head, T tail) {
 }
 
 template <class T>
-Reduction<T> ReduceDegrees(T x) {
+CodedAngle<T> ReduceDegrees(T x) {
     return sizeof(T) == 8 ? Reduce<T>(x, 360, T(0.017453292519943295), T(2.9486522708701687e-19))
                           : Reduce<T>(x, 360, T(0.01745329238474369f), T(1.3519960151420207e-10f));
 }
 
 template <class T>
-Reduction<T> ReducePi(T x) {
+CodedAngle<T> ReducePi(T x) {
     return sizeof(T) == 8 ? Reduce<T>(x, 2, T(3.141592653589793), T(1.2246467991473532e-16))
                           : Reduce<T>(x, 2, T(3.1415927410125732f), T(-8.742277657347586e-08f));
 }
 
 template <class T>
-T SinFrom(const Reduction<T>& r) {
+T SinFrom(const CodedAngle<T>& r) {
     if (r.code > 50) {
         static constexpr double table[] = {
             0, 0.25881904510252074, 0.5, 0.7071067811865476, 0.8660254037844386, 0.9659258262890683,
@@ -76,7 +76,7 @@ T SinFrom(const Reduction<T>& r) {
 }
 
 template <class T>
-T CosFrom(const Reduction<T>& r) {
+T CosFrom(const CodedAngle<T>& r) {
     if (r.code > 50) {
         static constexpr double table[] = {
             1, 0.9659258262890683, 0.8660254037844386, 0.7071067811865476, 0.5, 0.25881904510252074,
@@ -92,7 +92,7 @@ T CosFrom(const Reduction<T>& r) {
 
 template <class T>
 T TanD(T x) {
-    const Reduction<T> r = ReduceDegrees(x);
+    const CodedAngle<T> r = ReduceDegrees(x);
     if (r.code <= 50) {
         return real::KernelTan(r.code % 2 == 0 ? 1 : -1, r.y0, r.y1);
     }
