@@ -133,6 +133,9 @@ inline float ScalbnSingle(float x, int k) {
 }
 
 /// The reduction of a positive `double` beyond the medium range. Returns n modulo 8.
+///
+/// Chunks of the argument, of 2/pi and of their product are integers of 24 bits, and all sums of
+/// their products are below 2^51. Only the sums of products with pi/2 round.
 [[gnu::noinline]] inline int ReduceLarge(double t, double* y) {
     constexpr int bits = 24;
     constexpr double radix = 0x1p24;
@@ -151,41 +154,39 @@ inline float ScalbnSingle(float x, int k) {
 
     // t = (tx[0] + tx[1] / radix + tx[2] / radix^2) * 2^e0.
     const int e0 = (UpperWord(t) >> 20) - 1046;
-    double z = FromBits<double>(Pattern(t) - (static_cast<std::uint64_t>(e0) << 52));
-    double tx[3];
-    for (double& chunk : tx) {
-        chunk = static_cast<std::int32_t>(z);
-        z = (z - chunk) * radix;
-    }
+    const std::uint64_t mantissa = (Pattern(t) & Layout<double>::mantissaMask) | UINT64_C(1) << 52;
+    const std::int64_t tx[] = {static_cast<std::int64_t>(mantissa >> 29),
+                               static_cast<std::int64_t>(mantissa >> 5 & mask),
+                               static_cast<std::int64_t>(mantissa << 19 & mask)};
     const int jv = std::max(e0 - 3, 0) / bits;
     int q0 = e0 - bits * (jv + 1);
 
-    double q[20];
+    std::int64_t product[20];
     const auto extendProduct = [&](int from, int to) {
         for (int i = from; i <= to; ++i) {
-            double sum = 0;
+            std::int64_t sum = 0;
             for (int j = 0; j <= std::min(2, jv + i); ++j) {
                 sum += tx[j] * TwoOverPiDouble[static_cast<std::size_t>(jv + i - j)];
             }
-            q[i] = sum;
+            product[i] = sum;
         }
     };
     extendProduct(0, lastTerm);
 
     std::int32_t iq[20];
     int jz = lastTerm, n, half;
+    // What is above the chunks is n and, if q0 is negative, so many bits of the fraction.
+    const int fractionBits = std::max(-q0, 0);
+    std::int64_t fraction;
     for (;;) {
-        // The product in chunks, least significant first; z is what is above them.
-        z = q[jz];
+        // The product in chunks, least significant first.
+        std::int64_t above = product[jz];
         for (int i = jz; i > 0; --i) {
-            const double carry = static_cast<std::int32_t>(z / radix);
-            iq[jz - i] = static_cast<std::int32_t>(z - radix * carry);
-            z = q[i - 1] + carry;
+            iq[jz - i] = static_cast<std::int32_t>(above & mask);
+            above = product[i - 1] + (above >> bits);
         }
-        z = std::scalbn(z, q0);
-        z -= 8.0 * static_cast<double>(static_cast<std::int64_t>(z * 0.125));
-        n = static_cast<std::int32_t>(z);
-        z -= n;
+        fraction = above & ((INT64_C(1) << fractionBits) - 1);
+        n = static_cast<int>((q0 > 0 ? above << q0 : above >> fractionBits) & 7);
 
         half = 0;
         if (q0 > 0) {
@@ -195,8 +196,8 @@ inline float ScalbnSingle(float x, int k) {
             half = iq[jz - 1] >> (bits - 1 - q0);
         } else if (q0 == 0) {
             half = iq[jz - 1] >> (bits - 1);
-        } else if (z >= 0.5) {
-            half = 2;
+        } else {
+            half = static_cast<int>(fraction >> (fractionBits - 1));
         }
 
         if (half > 0) {
@@ -214,17 +215,13 @@ inline float ScalbnSingle(float x, int k) {
             }
             if (q0 > 0) {
                 iq[jz - 1] &= mask >> q0;
-            }
-            if (half == 2) {
-                z = 1.0 - z;
-                if (carry) {
-                    z -= std::scalbn(1.0, q0);
-                }
+            } else if (q0 < 0) {
+                fraction = (INT64_C(1) << fractionBits) - fraction - (carry ? 1 : 0);
             }
         }
 
         const auto isZero = [](std::int32_t chunk) { return chunk == 0; };
-        if (z != 0 || !std::all_of(iq + lastTerm, iq + jz, isZero)) {
+        if (fraction != 0 || !std::all_of(iq + lastTerm, iq + jz, isZero)) {
             break;
         }
         // All that there was has cancelled: as many terms more as chunks are zero.
@@ -236,24 +233,23 @@ inline float ScalbnSingle(float x, int k) {
         jz += more;
     }
 
-    if (z == 0) {
+    if (fraction == 0) {
         do {
             --jz;
             q0 -= bits;
         } while (iq[jz] == 0);
     } else {
-        z = std::scalbn(z, -q0);
-        if (z >= radix) {
-            const double carry = static_cast<std::int32_t>(z / radix);
-            iq[jz] = static_cast<std::int32_t>(z - radix * carry);
+        if (fraction > mask) {
+            iq[jz] = static_cast<std::int32_t>(fraction & mask);
             ++jz;
             q0 += bits;
-            z = carry;
+            fraction >>= bits;
         }
-        iq[jz] = static_cast<std::int32_t>(z);
+        iq[jz] = static_cast<std::int32_t>(fraction);
     }
 
-    double unit = std::scalbn(1.0, q0);
+    double q[20];
+    double unit = FromBits<double>(static_cast<std::uint64_t>(Layout<double>::bias + q0) << 52);
     for (int i = jz; i >= 0; --i) {
         q[i] = iq[i] * unit;
         unit /= radix;
