@@ -132,14 +132,12 @@ inline float ScalbnSingle(float x, int k) {
     return normal ? scaled : scaled * 0x1p-25f;
 }
 
-/// The reduction of a positive `double` beyond the medium range. Returns n modulo 8.
-///
-/// Chunks of the argument, of 2/pi and of their product are integers of 24 bits, and all sums of
-/// their products are below 2^51. Only the sums of products with pi/2 round.
-[[gnu::noinline]] inline int ReduceLarge(double t, double* y) {
-    constexpr int bits = 24;
-    constexpr double radix = 0x1p24;
-    constexpr std::int32_t mask = 0xFFFFFF;
+__extension__ typedef unsigned __int128 u128;
+
+/// Head and tail of pi/2 times the chunks iq[jz] to iq[0], of 24 bits each, the first in units of
+/// 2^q0. A call with a fixed jz has no loops.
+[[gnu::always_inline]] inline void SumLarge(const std::int32_t* iq, int jz, int q0, bool negative,
+                                            double* y) {
     /// pi/2 in parts of at most 24 bits.
     constexpr std::array<double, 5> pieces = {
         Pinned(1.570796251296997, 0x3FF921FB40000000),
@@ -149,6 +147,39 @@ inline float ScalbnSingle(float x, int k) {
         Pinned(1.270655753080676e-29, 0x39F01B8380000000),
     };
     constexpr int lastPiece = 4;
+    double q[20];
+    double unit = FromBits<double>(static_cast<std::uint64_t>(Layout<double>::bias + q0) << 52);
+    for (int i = jz; i >= 0; --i) {
+        q[i] = iq[i] * unit;
+        unit *= 0x1p-24;
+    }
+    double fq[20]{};
+    for (int i = jz; i >= 0; --i) {
+        double sum = 0;
+        for (int k = 0; k <= std::min(lastPiece, jz - i); ++k) {
+            sum += pieces[static_cast<std::size_t>(k)] * q[i + k];
+        }
+        fq[jz - i] = sum;
+    }
+    double head = fq[jz];
+    for (int i = jz - 1; i >= 0; --i) {
+        head += fq[i];
+    }
+    double tail = fq[0] - head;
+    for (int i = 1; i <= jz; ++i) {
+        tail += fq[i];
+    }
+    y[0] = negative ? -head : head;
+    y[1] = negative ? -tail : tail;
+}
+
+/// The reduction of a positive `double` beyond the medium range. Returns n modulo 8.
+///
+/// Chunks of the argument, of 2/pi and of their product are integers of 24 bits, and all sums of
+/// their products are below 2^51. Only the sums of products with pi/2 round.
+[[gnu::noinline]] inline int ReduceLarge(double t, double* y) {
+    constexpr int bits = 24;
+    constexpr std::int32_t mask = 0xFFFFFF;
     /// The product has terms 0 to 4 at first.
     constexpr int lastTerm = 4;
 
@@ -175,6 +206,29 @@ inline float ScalbnSingle(float x, int k) {
 
     std::int32_t iq[20];
     int jz = lastTerm, n, half;
+    if (q0 < 0) {
+        // Mostly the first terms do: all of them in one number of 96 bits behind the fraction.
+        u128 total = 0;
+        for (int i = 0; i <= lastTerm; ++i) {
+            total = (total << bits) + static_cast<u128>(product[i]);
+        }
+        const int point = bits * lastTerm - q0;
+        const u128 fractionMask = (u128{1} << point) - 1;
+        half = static_cast<int>(total >> (point - 1)) & 1;
+        n = static_cast<int>(total >> point) + half;
+        // At least one half: the remainder is what is missing.
+        const u128 flip = u128{0} - static_cast<u128>(half);
+        total = ((total ^ flip) - flip) & fractionMask;
+        for (int i = 0; i < lastTerm; ++i) {
+            iq[i] = static_cast<std::int32_t>(total >> (bits * i)) & mask;
+        }
+        const auto fraction = static_cast<std::int32_t>(total >> (bits * lastTerm));
+        if (fraction != 0 && fraction <= mask) {
+            iq[lastTerm] = fraction;
+            SumLarge(iq, lastTerm, q0, half != 0, y);
+            return n & 7;
+        }
+    }
     // What is above the chunks is n and, if q0 is negative, so many bits of the fraction.
     const int fractionBits = std::max(-q0, 0);
     std::int64_t fraction;
@@ -248,34 +302,9 @@ inline float ScalbnSingle(float x, int k) {
         iq[jz] = static_cast<std::int32_t>(fraction);
     }
 
-    double q[20];
-    double unit = FromBits<double>(static_cast<std::uint64_t>(Layout<double>::bias + q0) << 52);
-    for (int i = jz; i >= 0; --i) {
-        q[i] = iq[i] * unit;
-        unit /= radix;
-    }
-    double fq[20]{};
-    for (int i = jz; i >= 0; --i) {
-        double sum = 0;
-        for (int k = 0; k <= std::min(lastPiece, jz - i); ++k) {
-            sum += pieces[static_cast<std::size_t>(k)] * q[i + k];
-        }
-        fq[jz - i] = sum;
-    }
-    double head = fq[jz];
-    for (int i = jz - 1; i >= 0; --i) {
-        head += fq[i];
-    }
-    double tail = fq[0] - head;
-    for (int i = 1; i <= jz; ++i) {
-        tail += fq[i];
-    }
-    y[0] = half == 0 ? head : -head;
-    y[1] = half == 0 ? tail : -tail;
+    SumLarge(iq, jz, q0, half != 0, y);
     return n & 7;
 }
-
-__extension__ typedef unsigned __int128 u128;
 
 /// The remainder of a large `float` as the sum of the terms, from the largest to the smallest,
 /// times the scale.
