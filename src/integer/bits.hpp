@@ -64,7 +64,10 @@ struct SignRule {
     template <Narrow T>
     static Block<T> Blocks(Block<T> a, Block<T> b) {
         // Masks are -1 where they hold.
-        if constexpr (isSigned<T>) {
+        if constexpr (std::same_as<T, short>) {
+            const __m128i notAbove = _mm_min_epi16((__m128i)a, _mm_set1_epi16(1));
+            return (Block<T>)_mm_max_epi16(notAbove, _mm_set1_epi16(-1));
+        } else if constexpr (isSigned<T>) {
             return (Block<T>)(a < b) - (Block<T>)(a > b);
         } else {
             return (Block<T>)(a == b) + T{1};
@@ -81,20 +84,11 @@ struct MagnitudeRule {
         return SaturatedMagnitude(a);
     }
     template <Narrow T>
-    static Block<T> Blocks(Block<T> a, Block<T> b) {
-        if constexpr (!isSigned<T>) {
-            return a;
-        } else if constexpr (std::same_as<T, signed char>) {
-            // Of a byte and its negative, read as unsigned numbers, the positive one is the
-            // smaller.
-            return (Block<T>)_mm_min_epu8((__m128i)a, _mm_subs_epi8((__m128i)b, (__m128i)a));
-        } else if constexpr (std::same_as<T, short>) {
-            return (Block<T>)_mm_max_epi16((__m128i)a, _mm_subs_epi16((__m128i)b, (__m128i)a));
+    static Block<T> Blocks(Block<T> a, Block<T>) {
+        if constexpr (isSigned<T>) {
+            return MagnitudesOf<T>(a);
         } else {
-            const __m128i sign = _mm_srai_epi32((__m128i)a, 31);
-            const __m128i size = _mm_sub_epi32((__m128i)a ^ sign, sign);
-            // What is negative now is the lowest number, and one below it comes the highest.
-            return (Block<T>)_mm_add_epi32(size, _mm_srai_epi32(size, 31));
+            return a;
         }
     }
 };

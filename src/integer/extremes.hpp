@@ -22,6 +22,23 @@ T SaturatedMagnitude(T n) {
     return IsNegative(n) ? SaturatingDifference(T{0}, n) : n;
 }
 
+template <Narrow T>
+requires isSigned<T> Block<T> MagnitudesOf(Block<T> v) {
+    const auto n = (__m128i)v;
+    const __m128i zero{};
+    if constexpr (sizeof(T) == 1) {
+        // Of a byte and its negative, read as unsigned numbers, the positive one is the smaller.
+        return (Block<T>)_mm_min_epu8(n, _mm_subs_epi8(zero, n));
+    } else if constexpr (sizeof(T) == 2) {
+        return (Block<T>)_mm_max_epi16(n, _mm_subs_epi16(zero, n));
+    } else {
+        const __m128i sign = _mm_srai_epi32(n, 31);
+        const __m128i magnitude = _mm_sub_epi32(n ^ sign, sign);
+        // What is negative now is the lowest number, and one below it comes the highest.
+        return (Block<T>)_mm_add_epi32(magnitude, _mm_srai_epi32(magnitude, 31));
+    }
+}
+
 template <Direction direction, Order order, NaNPolicy policy>
 struct Extreme : CollapsesIntegers {
     static constexpr bool isShort = true;
@@ -62,10 +79,17 @@ struct Extreme : CollapsesIntegers {
         return Choice<Form::doubleFirst>(n, x);
     }
 
-    /// Unsigned magnitudes are values.
     template <Narrow T>
-    requires(order == Order::value || !isSigned<T>) static Block<T> Blocks(Block<T> a, Block<T> b) {
-        return ByValue<T>(a, b);
+    static Block<T> Blocks(Block<T> a, Block<T> b) {
+        if constexpr (order == Order::magnitude && isSigned<T>) {
+            const Block<T> magnitudeA = MagnitudesOf<T>(a);
+            const Block<T> magnitudeB = MagnitudesOf<T>(b);
+            const auto equal = (Block<T>)(magnitudeA == magnitudeB);
+            const auto takesB = (Block<T>)IsBefore(magnitudeB, magnitudeA);
+            return Choose<T>(takesB | (equal & (Block<T>)IsBefore(a, b)), b, a);
+        } else {
+            return ByValue<T>(a, b);
+        }
     }
 
 private:

@@ -92,6 +92,20 @@ Reals<T> LoadOperand(const double* p) {
     return operand;
 }
 
+/// One element in every place.
+template <Integer T>
+Block<T> SplatOperand(T x) {
+    return Splat<T>(x);
+}
+template <Narrow T>
+Reals<T> SplatOperand(double x) {
+    Reals<T> operand;
+    for (f64x2& part : operand.part) {
+        part = Broadcast<f64x2>(x);
+    }
+    return operand;
+}
+
 template <class R, class T>
 concept HasBlocks = requires(Block<T> v) {
     R::template Blocks<T>(v, v);
@@ -101,8 +115,8 @@ concept HasRealLanes = Narrow<T> && requires(f64x2 v) {
     R::template Real<T, Form::doubleFirst>(v, v);
 };
 
-// A block of results. False if lanes do not serve some of them: then nothing is stored. Always
-// inline, since a call would pass the operands through memory.
+// A block of results. With `double`, false if lanes do not serve some of them: then nothing is
+// stored. Always inline, since a call would pass the operands through memory.
 
 template <class R, Form form, class T>
 [[gnu::always_inline]] inline bool StoreReal(T* dst, Reals<T> a, const Reals<T>& b) {
@@ -118,9 +132,8 @@ template <class R, Form form, class T>
 }
 
 template <class R, class T>
-[[gnu::always_inline]] inline bool StoreResults(T* dst, Block<T> a, Block<T> b) {
+[[gnu::always_inline]] inline void StoreResults(T* dst, Block<T> a, Block<T> b) {
     StoreBlock<T>(dst, R::template Blocks<T>(a, b));
-    return true;
 }
 template <class R, class T>
 [[gnu::always_inline]] inline bool StoreResults(T* dst, const Reals<T>& a, Block<T> b) {
@@ -131,12 +144,32 @@ template <class R, class T>
     return StoreReal<R, Form::doubleSecond>(dst, ToLanes<T, f64x2>(a), b);
 }
 
-/// A source of the block loop: adjacent elements from `p` on that move on with the destination, or
-/// that serve every block.
-template <class T>
-struct Adjacent {
-    const T* p;
-    bool moves;
+// Sources of the block loop: adjacent elements, or one that serves every block.
+
+template <class T, class TS>
+struct Moving {
+    static constexpr unsigned long stride = 1;
+    const TS* p;
+
+    auto Operands() const {
+        return [from = p](unsigned long i) { return LoadOperand<T>(from + i); };
+    }
+    Moving From(unsigned long i) const {
+        return {p + i};
+    }
+};
+
+template <class T, class TS>
+struct Fixed {
+    static constexpr unsigned long stride = 0;
+    const TS* p;
+
+    auto Operands() const {
+        return [operand = SplatOperand<T>(*p)](unsigned long) { return operand; };
+    }
+    Fixed From(unsigned long) const {
+        return *this;
+    }
 };
 
 /// Out of line, since every shape needs it.
@@ -147,47 +180,60 @@ template <class R, class T, class TA, class TB>
     core::GeneralLoop<Element<R>>(dst, a, b, dstStride, aStride, bStride, count);
 }
 
-/// Elements up to an aligned destination, then groups of blocks, blocks, and the elements that are
-/// left.
-template <class R, class T, class TA, class TB>
-[[gnu::noinline]] void BlockLoop(T* dst, Adjacent<TA> a, Adjacent<TB> b, unsigned long count) {
-    constexpr unsigned long group = 4;
-    const unsigned long aBytes = a.moves ? sizeof(TA) : 0;
-    const unsigned long bBytes = b.moves ? sizeof(TB) : 0;
-    const auto pass = [&](unsigned long done) {
-        dst += done;
-        a.p = core::Advance(a.p, aBytes * done);
-        b.p = core::Advance(b.p, bBytes * done);
-        count -= done;
+/// Elements one by one, from element `first` on.
+template <class R, class T, class A, class B>
+void Elements(T* dst, A a, B b, unsigned long first, unsigned long count) {
+    GeneralLoop<R>(dst + first, a.From(first).p, b.From(first).p, 1, A::stride, B::stride, count);
+}
+
+/// Groups of blocks, blocks, and the elements that are left. A short family takes no longer than
+/// its stores, and those that save registers around a call would count.
+template <class R, class T, class A, class B>
+[[gnu::noinline]] void AlignedLoop(T* dst, A a, B b, unsigned long count) {
+    const auto operandsA = a.Operands();
+    const auto operandsB = b.Operands();
+    const auto block = [&](unsigned long i) {
+        return StoreResults<R>(dst + i, operandsA(i), operandsB(i));
     };
-    const auto elements = [&](unsigned long some) {
-        if (some != 0) {
-            GeneralLoop<R>(dst, a.p, b.p, 1, a.moves, b.moves, some);
-            pass(some);
-        }
-    };
-    const auto block = [&](unsigned long j) {
-        const unsigned long skipped = j * lanes<T>;
-        return StoreResults<R>(dst + skipped, LoadOperand<T>(core::Advance(a.p, aBytes * skipped)),
-                               LoadOperand<T>(core::Advance(b.p, bBytes * skipped)));
-    };
-    const auto address = reinterpret_cast<std::uintptr_t>(dst);
-    elements(std::min(count, -address % core::vectorBytes / sizeof(T)));
-    if constexpr (R::isShort && std::same_as<TA, TB>) {
-        for (; count >= group * lanes<T>; pass(group * lanes<T>)) {
+    unsigned long i = 0;
+    if constexpr (std::is_void_v<decltype(block(i))>) {
+        constexpr unsigned long group = R::isShort ? 4 : 1;
+        for (; count - i >= group * lanes<T>; i += group * lanes<T>) {
             for (unsigned long j = 0; j < group; ++j) {
-                block(j);
+                block(i + j * lanes<T>);
+            }
+        }
+        for (; count - i >= lanes<T>; i += lanes<T>) {
+            block(i);
+        }
+    } else {
+        for (; count - i >= lanes<T>; i += lanes<T>) {
+            if (!block(i)) [[unlikely]] {
+                Elements<R>(dst, a, b, i, lanes<T>);
             }
         }
     }
-    while (count >= lanes<T>) {
-        if (block(0)) [[likely]] {
-            pass(lanes<T>);
-        } else {
-            elements(lanes<T>);
-        }
+    if (i != count) {
+        Elements<R>(dst, a, b, i, count - i);
     }
-    elements(count);
+}
+
+/// With elements up to an aligned destination.
+template <class R, class T, class A, class B>
+[[gnu::noinline]] void PeelingLoop(T* dst, A a, B b, unsigned long count) {
+    const auto address = reinterpret_cast<std::uintptr_t>(dst);
+    const unsigned long first = std::min(count, -address % core::vectorBytes / sizeof(T));
+    Elements<R>(dst, a, b, 0, first);
+    AlignedLoop<R>(dst + first, a.From(first), b.From(first), count - first);
+}
+
+template <class R, class T, class A, class B>
+void BlockLoop(T* dst, A a, B b, unsigned long count) {
+    if (core::IsVectorAligned(dst)) {
+        AlignedLoop<R>(dst, a, b, count);
+    } else {
+        PeelingLoop<R>(dst, a, b, count);
+    }
 }
 
 /// How many elements of a source with a stride are gathered at a time.
@@ -202,40 +248,37 @@ template <class T>
 }
 
 template <class T>
-[[gnu::noinline]] void Scatter(T* dst, unsigned long stride, const T* src, unsigned long count) {
+[[gnu::noinline]] void Scatter(T* dst, unsigned long stride, const T* src, unsigned long srcStride,
+                               unsigned long count) {
     for (unsigned long i = 0; i < count; ++i) {
-        *dst = src[i];
+        *dst = *src;
         dst = core::Advance(dst, stride * sizeof(T));
+        src = core::Advance(src, srcStride * sizeof(T));
     }
 }
 
-/// A source of the block loop, whatever its stride. A fixed element is repeated for one block, and
-/// what is neither fixed nor adjacent is gathered.
-template <class T, unsigned long blockElements>
-class Source {
+/// Adjacent elements from a source of any stride, chunk by chunk.
+template <class T>
+class Chunks {
 public:
-    Source(const T* first, unsigned long stride) : next(first), elementStride(stride) {
+    Chunks(const T* first, unsigned long stride, unsigned long count)
+        : next(first), elementStride(stride) {
         if (stride == 0) {
-            Gather(buffer, first, 0, blockElements);
+            Gather(buffer, first, 0, std::min(count, chunkElements));
         }
     }
 
-    bool IsGathered() const {
-        return elementStride > 1;
-    }
-
-    /// The next elements, no more than `chunkElements` if they are gathered.
-    Adjacent<T> Take(unsigned long count) {
+    const T* Take(unsigned long count) {
         if (elementStride == 0) {
-            return {buffer, false};
+            return buffer;
         }
         const T* const taken = next;
         next = core::Advance(next, elementStride * sizeof(T) * count);
         if (elementStride == 1) {
-            return {taken, true};
+            return taken;
         }
         Gather(buffer, taken, elementStride, count);
-        return {buffer, true};
+        return buffer;
     }
 
 private:
@@ -245,28 +288,63 @@ private:
 };
 
 template <class R, class T, class TA, class TB>
+[[gnu::noinline]] void ChunkLoop(T* dst, const TA* a, const TB* b, unsigned long dstStride,
+                                 unsigned long aStride, unsigned long bStride,
+                                 unsigned long count) {
+    Chunks<TA> chunksA(a, aStride, count);
+    Chunks<TB> chunksB(b, bStride, count);
+    alignas(core::vectorBytes) T results[chunkElements];
+    while (count != 0) {
+        const unsigned long some = std::min(count, chunkElements);
+        const Moving<T, TA> someA{chunksA.Take(some)};
+        const Moving<T, TB> someB{chunksB.Take(some)};
+        if (dstStride == 1) {
+            BlockLoop<R>(dst, someA, someB, some);
+        } else {
+            AlignedLoop<R>(results, someA, someB, some);
+            Scatter(dst, dstStride, results, 1, some);
+        }
+        dst = core::Advance(dst, dstStride * sizeof(T) * some);
+        count -= some;
+    }
+}
+
+/// One result for the whole array.
+template <class T>
+[[gnu::noinline]] void Fill(T* dst, unsigned long stride, T result, unsigned long count) {
+    if (stride == 1) {
+        std::fill_n(dst, count, result);
+    } else {
+        Scatter(dst, stride, &result, 0, count);
+    }
+}
+
+template <class R, class T, class TA, class TB>
 void WideWalk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsigned long aStride,
               unsigned long bStride, unsigned long count) {
     if (count <= lanes<T>) {
         return GeneralLoop<R>(dst, a, b, dstStride, aStride, bStride, count);
     }
-    Source<TA, lanes<T>> sourceA(a, aStride);
-    Source<TB, lanes<T>> sourceB(b, bStride);
-    if (dstStride == 1 && !sourceA.IsGathered() && !sourceB.IsGathered()) {
-        return BlockLoop<R>(dst, sourceA.Take(count), sourceB.Take(count), count);
+    if (aStride == 0 && bStride == 0) {
+        return Fill(dst, dstStride, Element<R>::template Apply<T>(*a, *b), count);
     }
-    alignas(core::vectorBytes) T results[chunkElements];
-    while (count != 0) {
-        const unsigned long some = std::min(count, chunkElements);
-        count -= some;
-        const Adjacent<TA> someA = sourceA.Take(some);
-        const Adjacent<TB> someB = sourceB.Take(some);
-        BlockLoop<R>(dstStride == 1 ? dst : results, someA, someB, some);
-        if (dstStride != 1) {
-            Scatter(dst, dstStride, results, some);
+    if (dstStride == 1) {
+        if (aStride == 1 && bStride == 1) {
+            return BlockLoop<R>(dst, Moving<T, TA>{a}, Moving<T, TB>{b}, count);
         }
-        dst = core::Advance(dst, dstStride * sizeof(T) * some);
+        // One integer beside many a `double` is so rare that it has no loop of its own.
+        if constexpr (std::same_as<TA, double> || std::same_as<TB, T>) {
+            if (aStride == 0 && bStride == 1) {
+                return BlockLoop<R>(dst, Fixed<T, TA>{a}, Moving<T, TB>{b}, count);
+            }
+        }
+        if constexpr (std::same_as<TA, T> || std::same_as<TB, double>) {
+            if (aStride == 1 && bStride == 0) {
+                return BlockLoop<R>(dst, Moving<T, TA>{a}, Fixed<T, TB>{b}, count);
+            }
+        }
     }
+    ChunkLoop<R>(dst, a, b, dstStride, aStride, bStride, count);
 }
 
 template <class R, unsigned long aStep, unsigned long bStep, class T, class TA, class TB>
@@ -297,8 +375,9 @@ void KernelWalk(T* dst, const TA* a, const TB* b, unsigned long dstStride, unsig
             some, std::array{core::Walk<double>(values, 1)},
             core::BlockSource<double, const TA>(a, aStride),
             core::BlockSource<double, const TB>(b, bStride));
-        const T ignored{};
-        WideWalk<Rounding>(dst, values, &ignored, dstStride, 1, 0, some);
+        // Any integers do as the other operand.
+        static constexpr T ignored[core::blockElements<double>]{};
+        WideWalk<Rounding>(dst, values, ignored, dstStride, 1, 1, some);
         dst = core::Advance(dst, dstStride * sizeof(T) * some);
         a = core::Advance(a, aStride * sizeof(TA) * some);
         b = core::Advance(b, bStride * sizeof(TB) * some);
