@@ -18,9 +18,16 @@
 
 namespace nx::integer {
 
-/// a / b with the factor for 8 bits.
-inline f32x4 QuotientOfBytes(f32x4 a, f32x4 b) {
-    return a * (f32x4)_mm_rcp_ps((__m128)b) * (1 + 0x1p-10f);
+/// The quotients of numbers of T, with the factor.
+template <Narrow T, Value W>
+W FactoredQuotient(W a, W b) {
+    if constexpr (sizeof(T) == 1) {
+        return a * (f32x4)_mm_rcp_ps((__m128)b) * (1 + 0x1p-10f);
+    } else if constexpr (sizeof(T) == 2) {
+        return a / b * (1 + 0x1p-19f);
+    } else {
+        return a / b * (1 + 0x1p-40);
+    }
 }
 
 struct Quotient : CollapsesIntegers {
@@ -68,13 +75,7 @@ struct Quotient : CollapsesIntegers {
 
     template <Narrow T>
     static Block<T> Blocks(Block<T> a, Block<T> b) {
-        using W = QuotientLanes<T>;
-        Spread<T, W> quotient = ToLanes<T, W>(a);
-        const Spread<T, W> divisor = ToLanes<T, W>(b);
-        for (unsigned long j = 0; j < quotient.count; ++j) {
-            quotient.part[j] = Divide<T>(quotient.part[j], divisor.part[j]);
-        }
-        const Block<T> rounded = PackWords<T>(ToWords<T>(quotient));
+        const Block<T> rounded = RoundedQuotients<T>(a, b);
         const auto byZero = (__m128i)(b == 0);
         if (_mm_movemask_epi8(byZero) == 0) [[likely]] {
             return rounded;
@@ -84,34 +85,36 @@ struct Quotient : CollapsesIntegers {
     }
 
 private:
-    /// The quotient with halves moved away from zero, but for `unsigned int`.
-    template <Narrow T, Value W>
-    static W Divide(W a, W b) {
-        if constexpr (sizeof(T) == 1) {
-            return QuotientOfBytes(a, b);
-        } else if constexpr (sizeof(T) == 2) {
-            return a / b * (1 + 0x1p-19f);
-        } else if constexpr (isSigned<T>) {
-            // The limit is passed by the lowest `int` and -1 alone.
-            return Lesser(Broadcast<W>(hi<T>), a / b * (1 + 0x1p-40));
-        } else {
-            return a / b;
-        }
-    }
-
-    template <Narrow T, Value W>
-    static Words<T> ToWords(const Spread<T, W>& quotient) {
+    template <Narrow T>
+    static Block<T> RoundedQuotients(Block<T> a, Block<T> b) {
         if constexpr (std::same_as<T, unsigned int>) {
-            return RoundToWords<T>(quotient);
-        } else if constexpr (std::same_as<W, f64x2>) {
-            return {_mm_unpacklo_epi64(_mm_cvtpd_epi32((__m128d)quotient.part[0]),
-                                       _mm_cvtpd_epi32((__m128d)quotient.part[1]))};
+            Spread<T, f64x2> quotients = ToDoubles<T>(a);
+            const Spread<T, f64x2> divisors = ToDoubles<T>(b);
+            for (unsigned long j = 0; j < quotients.count; ++j) {
+                quotients.part[j] = quotients.part[j] / divisors.part[j];
+            }
+            Block<T> rounded;
+            Round<T>(quotients, rounded);
+            return rounded;
+        } else if constexpr (std::same_as<T, int>) {
+            const Spread<T, f64x2> dividends = ToDoubles<T>(a);
+            const Spread<T, f64x2> divisors = ToDoubles<T>(b);
+            const auto rounded = [&](int j) {
+                // The limit is passed by the lowest `int` and -1 alone.
+                return _mm_cvtpd_epi32(
+                    (__m128d)Lesser(Broadcast<f64x2>(hi<T>),
+                                    FactoredQuotient<T>(dividends.part[j], divisors.part[j])));
+            };
+            return (Block<T>)_mm_unpacklo_epi64(rounded(0), rounded(1));
         } else {
+            const Spread<T, f32x4> dividends = ToScaledFloats<T>(a);
+            const Spread<T, f32x4> divisors = ToScaledFloats<T>(b);
             Words<T> words;
             for (unsigned long j = 0; j < words.count; ++j) {
-                words.part[j] = _mm_cvtps_epi32((__m128)quotient.part[j]);
+                words.part[j] = _mm_cvtps_epi32(
+                    (__m128)FactoredQuotient<T>(dividends.part[j], divisors.part[j]));
             }
-            return words;
+            return PackWords<T>(words);
         }
     }
 };

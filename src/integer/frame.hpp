@@ -123,11 +123,11 @@ template <class R, Form form, class T>
     for (unsigned long j = 0; j < Reals<T>::count; ++j) {
         a.part[j] = R::template Real<T, form>(a.part[j], b.part[j]);
     }
-    const Words<T> words = RoundToWords<T>(a);
-    if (!AreGood<T>(words, a)) [[unlikely]] {
+    Block<T> rounded;
+    if (!Round<T>(a, rounded)) [[unlikely]] {
         return false;
     }
-    StoreBlock<T>(dst, PackWords<T>(words));
+    StoreBlock<T>(dst, rounded);
     return true;
 }
 
@@ -137,11 +137,11 @@ template <class R, class T>
 }
 template <class R, class T>
 [[gnu::always_inline]] inline bool StoreResults(T* dst, const Reals<T>& a, Block<T> b) {
-    return StoreReal<R, Form::doubleFirst>(dst, a, ToLanes<T, f64x2>(b));
+    return StoreReal<R, Form::doubleFirst>(dst, a, ToDoubles<T>(b));
 }
 template <class R, class T>
 [[gnu::always_inline]] inline bool StoreResults(T* dst, Block<T> a, const Reals<T>& b) {
-    return StoreReal<R, Form::doubleSecond>(dst, ToLanes<T, f64x2>(a), b);
+    return StoreReal<R, Form::doubleSecond>(dst, ToDoubles<T>(a), b);
 }
 
 // Sources of the block loop: adjacent elements, or one that serves every block.

@@ -122,130 +122,48 @@ Block<T> Pack(Halves<T> v) {
     }
 }
 
-// Floating-point lanes.
+// Words, as many as a block has elements.
 
-/// The elements of a block of T as lanes W.
-template <Narrow T, Value W>
-struct Spread {
-    static constexpr unsigned long count = lanes<T> / Lanes<W>::count;
-    W part[count];
-};
-
-/// The narrowest lanes in which a quotient of two elements of T tells on which side of a half it
-/// is.
-template <Narrow T>
-using QuotientLanes = std::conditional_t<sizeof(T) == 4, f64x2, f32x4>;
-
-/// The elements of a block as unsigned numbers in consecutive lanes from `out` on, less `offset`.
-template <Narrow T, Value W>
-void SpreadUnsigned(Block<T> v, ElementOf<W> offset, W* out) {
-    if constexpr (sizeof(T) == 4) {
-        // The low word of 2^52 + n.
-        const __m128i upper = _mm_set1_epi32(0x43300000);
-        out[0] = (W)_mm_unpacklo_epi32((__m128i)v, upper) - (0x1p52 + offset);
-        out[1] = (W)_mm_unpackhi_epi32((__m128i)v, upper) - (0x1p52 + offset);
-    } else if constexpr (sizeof(T) == 2 && std::same_as<W, f32x4>) {
-        // The low half of 2^23 + n.
-        const __m128i upper = _mm_set1_epi16(0x4B00);
-        out[0] = (W)_mm_unpacklo_epi16((__m128i)v, upper) - (0x1p23f + offset);
-        out[1] = (W)_mm_unpackhi_epi16((__m128i)v, upper) - (0x1p23f + offset);
-    } else {
-        const auto [lower, upper] = Widen<T>(v);
-        SpreadUnsigned<Wider<T>>(lower, offset, out);
-        SpreadUnsigned<Wider<T>>(upper, offset, out + Spread<Wider<T>, W>::count);
-    }
-}
-
-/// The elements of a block as lanes W, all exact.
-template <Narrow T, Value W>
-Spread<T, W> ToLanes(Block<T> v) {
-    // Flipping the sign bit of a signed number adds 2^(bits - 1), and makes it an unsigned one.
-    using Unsigned = std::make_unsigned_t<T>;
-    Spread<T, W> spread;
-    SpreadUnsigned<Unsigned>((Block<Unsigned>)(v ^ lo<T>), -static_cast<ElementOf<W>>(lo<T>),
-                             spread.part);
-    return spread;
-}
-
-/// The elements of a block as `int`.
 template <Narrow T>
 struct Words {
     static constexpr unsigned long count = lanes<T> / 4;
     __m128i part[count];
 };
 
-/// A half that is added before a number is cut off, just below 0.5: what is below a half stays
-/// below 1, and what is a half is rounded up to 1.
-template <class F>
-inline constexpr F roundingHalf = F{0.5} - std::numeric_limits<F>::epsilon() / 4;
-
-/// Values plus or minus a half, which need only to be cut off for the nearest integer of T.
-template <Narrow T, Value W>
-W AwayByHalf(W v) {
-    const W half = Broadcast<W>(roundingHalf<ElementOf<W>>);
-    if constexpr (std::same_as<T, int>) {
-        // Below its range, conversion gives the lowest `int`.
-        const W number = Lesser(Broadcast<W>(hi<int>), v);
-        return number + WithSignOf(half, number);
-    } else if constexpr (isSigned<T>) {
-        return v + WithSignOf(half, v);
-    } else if constexpr (sizeof(T) == 2) {
-        // Negative bytes saturate when they are packed; these would do so only down to a point.
-        return Greater(W{}, v) + half;
-    } else {
-        return v + half;
-    }
-}
-
-/// Saturated, and in the low words of the lanes: conversions reach no further than 2^31.
-inline f64x2 RoundToUnsigned(f64x2 v) {
-    constexpr double integers = 0x1p52;
-    // This order of the operands gives 0 for a NaN.
-    v = Lesser(Broadcast<f64x2>(hi<unsigned>), Greater(f64x2{}, v));
-    const f64x2 even = v + integers;
-    const i32x4 halfDown = Equal(v - (even - integers), Broadcast<f64x2>(0.5));
-    return (f64x2)((i32x4)even - halfDown);
-}
-
-/// The nearest integers, halves away from zero. `int` and `unsigned int` are saturated; for the
-/// other types they are within the range of `int`.
+/// Every element in one of twice the width: a signed one in its upper half, any other in the lower.
 template <Narrow T>
-Words<T> RoundToWords(const Spread<T, f64x2>& v) {
-    Words<T> words;
-    for (unsigned long j = 0; j < words.count; ++j) {
-        const f64x2* const pair = v.part + 2 * j;
-        if constexpr (std::same_as<T, unsigned int>) {
-            words.part[j] =
-                (__m128i)_mm_shuffle_ps((__m128)RoundToUnsigned(pair[0]),
-                                        (__m128)RoundToUnsigned(pair[1]), _MM_SHUFFLE(2, 0, 2, 0));
-        } else {
-            words.part[j] = _mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)AwayByHalf<T>(pair[0])),
-                                               _mm_cvttpd_epi32((__m128d)AwayByHalf<T>(pair[1])));
-        }
-    }
-    return words;
-}
-
-/// Whether all those words are good. A NaN may not be, nor, for types below 32 bits, what is beyond
-/// `int`.
-template <Narrow T, Value W>
-bool AreGood(const Words<T>& words, const Spread<T, W>& values) {
-    if constexpr (std::same_as<T, unsigned int>) {
-        return true;
-    } else if constexpr (std::same_as<T, int>) {
-        return !Any<W>(Unordered(values.part[0], values.part[1]));
+requires(sizeof(T) < 4) Halves<T> SpreadBits(Block<T> v) {
+    const __m128i zero{};
+    const auto bits = (__m128i)v;
+    const __m128i low = isSigned<T> ? zero : bits;
+    const __m128i high = isSigned<T> ? bits : zero;
+    if constexpr (sizeof(T) == 1) {
+        return {(Block<Wider<T>>)_mm_unpacklo_epi8(low, high),
+                (Block<Wider<T>>)_mm_unpackhi_epi8(low, high)};
     } else {
-        // What conversion gives where it fails.
-        const __m128i invalid = _mm_set1_epi32(lo<int>);
-        __m128i equal{};
-        for (const __m128i& part : words.part) {
-            equal |= _mm_cmpeq_epi32(part, invalid);
-        }
-        return _mm_movemask_epi8(equal) == 0;
+        return {(Block<Wider<T>>)_mm_unpacklo_epi16(low, high),
+                (Block<Wider<T>>)_mm_unpackhi_epi16(low, high)};
     }
 }
 
-/// The words, saturated.
+/// The same with words.
+template <Narrow T>
+Words<T> SpreadWords(Block<T> v) {
+    if constexpr (sizeof(T) == 4) {
+        return {(__m128i)v};
+    } else if constexpr (sizeof(T) == 2) {
+        const Halves<T> words = SpreadBits<T>(v);
+        return {(__m128i)words.lower, (__m128i)words.upper};
+    } else {
+        const Halves<T> shorts = SpreadBits<T>(v);
+        const auto lower = SpreadBits<Wider<T>>(shorts.lower);
+        const auto upper = SpreadBits<Wider<T>>(shorts.upper);
+        return {(__m128i)lower.lower, (__m128i)lower.upper, (__m128i)upper.lower,
+                (__m128i)upper.upper};
+    }
+}
+
+/// Words, saturated.
 template <Narrow T>
 Block<T> PackWords(const Words<T>& words) {
     if constexpr (sizeof(T) == 4) {
@@ -256,6 +174,127 @@ Block<T> PackWords(const Words<T>& words) {
         return Pack<T>({(Block<Wider<T>>)_mm_packs_epi32(words.part[0], words.part[1]),
                         (Block<Wider<T>>)_mm_packs_epi32(words.part[2], words.part[3])});
     }
+}
+
+// Floating-point lanes.
+
+/// The elements of a block of T as lanes W.
+template <Narrow T, Value W>
+struct Spread {
+    static constexpr unsigned long count = lanes<T> / Lanes<W>::count;
+    W part[count];
+};
+
+/// The elements of a block as `double`, all exact.
+template <Narrow T>
+Spread<T, f64x2> ToDoubles(Block<T> v) {
+    const Words<T> words = SpreadWords<T>(v);
+    Spread<T, f64x2> spread;
+    for (unsigned long j = 0; j < words.count; ++j) {
+        f64x2* const pair = spread.part + 2 * j;
+        if constexpr (std::same_as<T, unsigned int>) {
+            // The low word of 2^52 + n, since conversions read signed numbers.
+            const __m128i above = _mm_set1_epi32(0x43300000);
+            pair[0] = (f64x2)_mm_unpacklo_epi32(words.part[j], above) - 0x1p52;
+            pair[1] = (f64x2)_mm_unpackhi_epi32(words.part[j], above) - 0x1p52;
+        } else {
+            constexpr int spareBits = isSigned<T> ? 32 - 8 * static_cast<int>(sizeof(T)) : 0;
+            const __m128i n = _mm_srai_epi32(words.part[j], spareBits);
+            pair[0] = (f64x2)_mm_cvtepi32_pd(n);
+            pair[1] = (f64x2)_mm_cvtepi32_pd(_mm_unpackhi_epi64(n, n));
+        }
+    }
+    return spread;
+}
+
+/// Twice the values, without their fractions.
+template <Narrow T>
+Words<T> TwiceCutOff(const Spread<T, f64x2>& v) {
+    Words<T> words;
+    for (unsigned long j = 0; j < words.count; ++j) {
+        const f64x2* const pair = v.part + 2 * j;
+        words.part[j] = _mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)(pair[0] + pair[0])),
+                                           _mm_cvttpd_epi32((__m128d)(pair[1] + pair[1])));
+    }
+    return words;
+}
+
+/// The elements of a block as `float`; a signed T by the power of two that `SpreadWords` makes of it.
+template <Narrow T>
+requires(sizeof(T) < 4) Spread<T, f32x4> ToScaledFloats(Block<T> v) {
+    const Words<T> words = SpreadWords<T>(v);
+    Spread<T, f32x4> spread;
+    for (unsigned long j = 0; j < words.count; ++j) {
+        spread.part[j] = (f32x4)_mm_cvtepi32_ps(words.part[j]);
+    }
+    return spread;
+}
+
+// To the nearest integers, halves away from zero, and saturated. False if lanes do not serve some of
+// the values: NaN, and what is far beyond a range below 32 bits.
+
+template <Narrow T>
+requires(sizeof(T) == 1)
+    [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
+    const Words<T> twice = TwiceCutOff<T>(v);
+    const auto half = [&](int j) {
+        const __m128i n = _mm_packs_epi32(twice.part[j], twice.part[j + 1]);
+        const __m128i positive = _mm_cmpgt_epi16(n, __m128i{});
+        return (Block<Wider<T>>)_mm_srai_epi16(_mm_subs_epi16(n, positive), 1);
+    };
+    result = Pack<T>({half(0), half(2)});
+    __m128i failed{};
+    for (const __m128i& part : twice.part) {
+        failed |= _mm_cmpeq_epi32(part, _mm_set1_epi32(lo<int>));
+    }
+    return _mm_movemask_epi8(failed) == 0;
+}
+
+template <Narrow T>
+requires(sizeof(T) == 2)
+    [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
+    Words<T> words = TwiceCutOff<T>(v);
+    __m128i failed{};
+    for (__m128i& part : words.part) {
+        part = _mm_sub_epi32(part, _mm_cmpgt_epi32(part, __m128i{}));
+        // Also where the highest number has wrapped.
+        failed |= _mm_cmpeq_epi32(part, _mm_set1_epi32(lo<int>));
+        part = _mm_srai_epi32(part, 1);
+    }
+    result = PackWords<T>(words);
+    return _mm_movemask_epi8(failed) == 0;
+}
+
+template <Narrow T>
+requires std::same_as<T, int>
+[[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
+    const auto cutOff = [](f64x2 x) {
+        // Just below 0.5: what is below a half stays below 1, and what is a half gets there.
+        constexpr double half = 0.5 - std::numeric_limits<double>::epsilon() / 4;
+        // Below the range, conversion gives the lowest `int`.
+        const f64x2 bounded = Lesser(Broadcast<f64x2>(hi<T>), x);
+        return _mm_cvttpd_epi32((__m128d)(bounded + WithSignOf(Broadcast<f64x2>(half), bounded)));
+    };
+    result = (Block<T>)_mm_unpacklo_epi64(cutOff(v.part[0]), cutOff(v.part[1]));
+    return !Any<f64x2>(Unordered(v.part[0], v.part[1]));
+}
+
+template <Narrow T>
+requires std::same_as<T, unsigned int>
+[[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
+    const auto round = [](f64x2 x) {
+        // This order of the operands gives 0 for a NaN.
+        const f64x2 bounded = Lesser(Broadcast<f64x2>(hi<T>), Greater(f64x2{}, x));
+        // Conversions reach no further than 2^31. The lower bits of these sums are the nearest integer,
+        // the even one from a half, and one more than it, the odd one from a half.
+        const auto even = (__m128i)(bounded + 0x1p52);
+        const auto odd = (__m128i)(bounded + (0x1p52 + 1));
+        // Together, from a half, they are twice the upper integer, and else one more than twice the
+        // nearest.
+        return (__m128)_mm_srli_epi64(_mm_add_epi64(even, odd), 1);
+    };
+    result = (Block<T>)_mm_shuffle_ps(round(v.part[0]), round(v.part[1]), _MM_SHUFFLE(2, 0, 2, 0));
+    return true;
 }
 
 } // namespace nx::integer

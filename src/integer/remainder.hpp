@@ -27,8 +27,8 @@ inline __m128i MultiplyWords(__m128i a, __m128i b) {
 /// a - b * t for the truncated quotient t.
 template <Narrow T>
 requires(sizeof(T) == 4) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
-    const auto n = ToLanes<T, f64x2>(a);
-    const auto d = ToLanes<T, f64x2>(b);
+    const auto n = ToDoubles<T>(a);
+    const auto d = ToDoubles<T>(b);
     const f64x2 quotient[2] = {n.part[0] / d.part[0], n.part[1] / d.part[1]};
     const auto rest = [&](__m128i t) {
         return _mm_sub_epi32((__m128i)a, MultiplyWords((__m128i)b, t));
@@ -46,35 +46,32 @@ requires(sizeof(T) == 4) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
     }
 }
 template <Narrow T>
-requires(sizeof(T) == 2) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
-    const auto n = ToLanes<T, f32x4>(a);
-    const auto d = ToLanes<T, f32x4>(b);
+requires(sizeof(T) < 4) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
+    const Spread<T, f32x4> dividends = ToScaledFloats<T>(a);
+    const Spread<T, f32x4> divisors = ToScaledFloats<T>(b);
     const auto quotient = [&](int j) {
-        return (Block<Wider<T>>)_mm_cvttps_epi32((__m128)(n.part[j] / d.part[j]));
+        return _mm_cvttps_epi32((__m128)FactoredQuotient<T>(dividends.part[j], divisors.part[j]));
     };
-    const auto t = (__m128i)Pack<T>({quotient(0), quotient(1)});
-    const __m128i rest = _mm_sub_epi16((__m128i)a, _mm_mullo_epi16((__m128i)b, t));
-    if constexpr (isSigned<T>) {
-        // The quotient of the lowest number by -1 has saturated.
-        return (Block<T>)_mm_andnot_si128((__m128i)(b == -1), rest);
+    if constexpr (sizeof(T) == 2) {
+        const auto t = (__m128i)PackWords<T>({quotient(0), quotient(1)});
+        const __m128i rest = _mm_sub_epi16((__m128i)a, _mm_mullo_epi16((__m128i)b, t));
+        if constexpr (isSigned<T>) {
+            // The quotient of the lowest number by -1 has saturated.
+            return (Block<T>)_mm_andnot_si128((__m128i)(b == -1), rest);
+        } else {
+            return (Block<T>)rest;
+        }
     } else {
-        return (Block<T>)rest;
+        const auto rest = [&](Block<Wider<T>> someA, Block<Wider<T>> someB, int j) {
+            const __m128i t = _mm_packs_epi32(quotient(j), quotient(j + 1));
+            const __m128i r = _mm_sub_epi16((__m128i)someA, _mm_mullo_epi16((__m128i)someB, t));
+            return (Block<Wider<T>>)(isSigned<T> ? _mm_srai_epi16(r, 8) : r);
+        };
+        const Halves<T> spreadA = SpreadBits<T>(a);
+        const Halves<T> spreadB = SpreadBits<T>(b);
+        return Pack<T>(
+            {rest(spreadA.lower, spreadB.lower, 0), rest(spreadA.upper, spreadB.upper, 2)});
     }
-}
-template <Narrow T>
-requires(sizeof(T) == 1) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
-    const auto n = ToLanes<T, f32x4>(a);
-    const auto d = ToLanes<T, f32x4>(b);
-    const auto quotient = [&](int j) {
-        return _mm_cvttps_epi32((__m128)QuotientOfBytes(n.part[j], d.part[j]));
-    };
-    const auto rest = [](Block<Wider<T>> wideA, Block<Wider<T>> wideB, __m128i t) {
-        return (Block<Wider<T>>)_mm_sub_epi16((__m128i)wideA, _mm_mullo_epi16((__m128i)wideB, t));
-    };
-    const auto wideA = Widen<T>(a);
-    const auto wideB = Widen<T>(b);
-    return Pack<T>({rest(wideA.lower, wideB.lower, _mm_packs_epi32(quotient(0), quotient(1))),
-                    rest(wideA.upper, wideB.upper, _mm_packs_epi32(quotient(2), quotient(3)))});
 }
 
 struct Rem : CollapsesIntegers {
