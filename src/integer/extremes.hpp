@@ -63,10 +63,7 @@ struct Extreme : CollapsesIntegers {
         if constexpr (order == Order::value) {
             return policy == NaNPolicy::wins ? Earlier(x, n) : Earlier(n, x);
         } else {
-            const V size = Abs(n);
-            const V highest = Broadcast<V>(hi<T>);
-            const V magnitude = isSigned<T> ? Select(Less(highest, size), highest, size) : size;
-            return Select(KeepsInteger<form>(n, magnitude, x), n, x);
+            return ByMagnitude<T>(n, x);
         }
     }
 
@@ -138,24 +135,46 @@ private:
         return (Block<T>)v ^ static_cast<T>(T{1} << (8 * sizeof(T) - 1));
     }
 
-    /// Whether an integer, given by its value and its saturated magnitude, is taken and not x.
-    template <Form form, Value V>
-    static MaskOf<V> KeepsInteger(V n, V magnitude, V x) {
+    template <Narrow T, Value V>
+    static V ByMagnitude(V n, V x) {
+        V bound = Abs(n);
+        if constexpr (isSigned<T>) {
+            const V highest = Broadcast<V>(hi<T>);
+            bound = Select(Less(highest, bound), highest, bound);
+            // Of equal magnitudes, that of the lower number counts as larger: if n is negative, the
+            // bound is the next `double`. Equal numbers need no order.
+            bound = FromBits<V>(Bits(bound) + (Bits(n) >> 63));
+        }
+        const V size = Abs(x);
+        // A NaN is never smaller, and never larger.
+        const MaskOf<V> smaller = Less(size, bound);
+        const MaskOf<V> notSmaller = LessEqual(bound, size);
         constexpr bool smallest = direction == Direction::smallest;
-        constexpr bool isFirst = form == Form::doubleSecond;
-        const bool numberLoses = policy == NaNPolicy::wins;
-        const MaskOf<V> byNaN = numberLoses ? MaskOf<V>{} : IsNaN(x);
-        if constexpr (order == Order::value) {
-            const V lower = smallest ? n : x;
-            const V upper = smallest ? x : n;
-            return byNaN | (isFirst ? LessEqual(lower, upper) : Less(lower, upper));
+        if constexpr (policy == NaNPolicy::wins) {
+            return Select(smallest ? notSmaller : smaller, n, x);
         } else {
-            const V size = Abs(x);
-            const MaskOf<V> before = smallest ? Less(magnitude, size) : Less(size, magnitude);
-            const V lower = smallest ? x : n;
-            const V upper = smallest ? n : x;
-            const MaskOf<V> byValue = isFirst ? LessEqual(lower, upper) : Less(lower, upper);
-            return byNaN | before | (Equal(magnitude, size) & byValue);
+            return Select(smallest ? smaller : notSmaller, x, n);
+        }
+    }
+
+    /// Whether a long integer, rounded, with its saturated magnitude, is taken and not x.
+    template <Form form>
+    static bool KeepsInteger(double n, double magnitude, double x) {
+        constexpr bool smallest = direction == Direction::smallest;
+        const auto notAfter = [](double a, double b) {
+            return form == Form::doubleSecond ? a <= b : a < b;
+        };
+        if (policy == NaNPolicy::loses && std::isnan(x)) {
+            return true;
+        }
+        if constexpr (order == Order::value) {
+            return smallest ? notAfter(n, x) : notAfter(x, n);
+        } else {
+            const double size = std::fabs(x);
+            if (magnitude == size) {
+                return smallest ? notAfter(x, n) : notAfter(n, x);
+            }
+            return IsBefore(magnitude, size);
         }
     }
 

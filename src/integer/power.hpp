@@ -25,14 +25,10 @@ inline bool IsBadExponent(double y) {
 template <Integer T>
 double DoublePower(double x, T n) {
     double power = 1;
-    for (std::make_unsigned_t<T> bits = static_cast<std::make_unsigned_t<T>>(n); bits != 0;) {
-        if (bits % 2 != 0) {
-            power *= x;
-        }
-        bits = static_cast<std::make_unsigned_t<T>>(bits >> 1);
-        if (bits != 0) {
-            x *= x;
-        }
+    for (auto bits = static_cast<unsigned long>(n); bits != 0; bits >>= 1) {
+        // A product with 1 is faster than a branch.
+        power *= bits % 2 != 0 ? x : 1;
+        x *= x;
     }
     return power;
 }
@@ -83,6 +79,24 @@ struct Power : CollapsesIntegers {
         return x == x ? SaturateRound<T>(DoublePower(x, n)) : T{0};
     }
 
+    template <Narrow T>
+    requires(sizeof(T) == 4) static Block<T> Blocks(Block<T> a, Block<T> n) {
+        Spread<T, f64x2> base = ToDoubles<T>(a);
+        Spread<T, f64x2> power{1 + f64x2{}, 1 + f64x2{}};
+        for (auto bits = (__m128i)n; _mm_movemask_epi8(bits == __m128i{}) != 0xFFFF;
+             bits = _mm_srli_epi32(bits, 1)) {
+            const __m128i odd = _mm_srai_epi32(_mm_slli_epi32(bits, 31), 31);
+            const i32x4 multiplied[] = {(i32x4)_mm_unpacklo_epi32(odd, odd),
+                                        (i32x4)_mm_unpackhi_epi32(odd, odd)};
+            for (int j = 0; j < 2; ++j) {
+                power.part[j] *= Select(multiplied[j], base.part[j], 1 + f64x2{});
+                base.part[j] *= base.part[j];
+            }
+        }
+        Block<T> result;
+        Round<T>(power, result);
+        return result;
+    }
     template <Narrow T>
     requires(sizeof(T) == 2) static Block<T> Blocks(Block<T> a, Block<T> n) {
         return (Block<T>)PowerLanes<T, 4>((__m128i)a, (__m128i)n);
@@ -160,19 +174,38 @@ struct PowerForms {
     }
 
 private:
+    /// The first exponent without a power, or `count`. Adjacent ones are tested in groups.
+    template <class TB>
+    static unsigned long FindBad(const TB* b, unsigned long stride, unsigned long count) {
+        constexpr unsigned long group = 16;
+        unsigned long i = 0;
+        if (stride == 1) {
+            const auto isGood = [&] {
+                bool bad = false;
+                for (unsigned long j = 0; j < group; ++j) {
+                    bad |= IsBadExponent(b[i + j]);
+                }
+                return !bad;
+            };
+            while (count - i >= group && isGood()) {
+                i += group;
+            }
+        }
+        for (b = core::Advance(b, stride * sizeof(TB) * i); i < count && !IsBadExponent(*b); ++i) {
+            b = core::Advance(b, stride * sizeof(TB));
+        }
+        return i;
+    }
+
     template <class T, class TA, class TB>
     static void CallChecked(T* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
                             unsigned long bStride, unsigned long count) {
         unsigned long good = count;
         if constexpr (std::is_signed_v<TB>) {
+            // One exponent for the whole array is looked at once.
             const unsigned long exponents = bStride == 0 ? std::min(count, 1ul) : count;
-            const TB* exponent = b;
-            for (unsigned long i = 0; i < exponents && good == count; ++i) {
-                if (IsBadExponent(*exponent)) {
-                    good = i;
-                }
-                exponent = core::Advance(exponent, bStride * sizeof(TB));
-            }
+            const unsigned long bad = FindBad(b, bStride, exponents);
+            good = bad == exponents ? count : bad;
         }
         Walk<Power>(dst, a, b, dstStride, aStride, bStride, good);
         if (good != count) {

@@ -50,7 +50,9 @@ requires(sizeof(T) < 4) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
     const Spread<T, f32x4> dividends = ToScaledFloats<T>(a);
     const Spread<T, f32x4> divisors = ToScaledFloats<T>(b);
     const auto quotient = [&](int j) {
-        return _mm_cvttps_epi32((__m128)FactoredQuotient<T>(dividends.part[j], divisors.part[j]));
+        const f32x4 n = dividends.part[j];
+        const f32x4 d = divisors.part[j];
+        return _mm_cvttps_epi32((__m128)(sizeof(T) == 1 ? FactoredQuotient<T>(n, d) : n / d));
     };
     if constexpr (sizeof(T) == 2) {
         const auto t = (__m128i)PackWords<T>({quotient(0), quotient(1)});
