@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <concepts>
+#include <optional>
 
 #include <gmpxx.h>
 #include <nx/flat.h>
@@ -49,16 +51,6 @@ T SaturatedDouble(double x) {
     return Saturated<T>(Exact(x));
 }
 
-/// A second operand that the family has a result for.
-template <class Family, class T>
-T AsSecond(T x) {
-    if constexpr (requires { Family::AsSecond(x); }) {
-        return Family::AsSecond(x);
-    } else {
-        return x;
-    }
-}
-
 // The families. `Call` is the family; `Value` the exact result, or the rule by which it is defined
 // where there is none; `Real` what is rounded where a `double` meets a type of at most 32 bits.
 // `Departs` is true where 64-bit arithmetic with a `double` is defined to give something else than
@@ -70,7 +62,6 @@ inline bool IsAlmostHalf(double x) {
 }
 
 struct PlusFamily {
-    static constexpr const char* name = "Plus";
     static void Call(auto... x) {
         nx::IntVectorPlus(x...);
     }
@@ -86,7 +77,6 @@ struct PlusFamily {
 };
 
 struct MinusFamily {
-    static constexpr const char* name = "Minus";
     static void Call(auto... x) {
         nx::IntVectorMinus(x...);
     }
@@ -107,7 +97,6 @@ struct MinusFamily {
 };
 
 struct TimesFamily {
-    static constexpr const char* name = "Times";
     static void Call(auto... x) {
         nx::IntVectorTimes(x...);
     }
@@ -130,7 +119,6 @@ struct TimesFamily {
 };
 
 struct RdivideFamily {
-    static constexpr const char* name = "Rdivide";
     static void Call(auto... x) {
         nx::IntVectorRdivide(x...);
     }
@@ -156,7 +144,6 @@ inline double WithTolerance(double remainder, double a, double b) {
 }
 
 struct RemFamily {
-    static constexpr const char* name = "Rem";
     static void Call(auto... x) {
         nx::IntVectorRem(x...);
     }
@@ -179,7 +166,6 @@ struct RemFamily {
 };
 
 struct ModFamily {
-    static constexpr const char* name = "Mod";
     static void Call(auto... x) {
         nx::IntVectorMod(x...);
     }
@@ -207,7 +193,6 @@ struct ModFamily {
 };
 
 struct PowerFamily {
-    static constexpr const char* name = "Power";
     static void Call(auto... x) {
         nx::IntVectorPower(x...);
     }
@@ -254,251 +239,120 @@ struct PowerFamily {
 
 __extension__ typedef __int128 Wide;
 
-template <class Choice>
-struct ChoiceFamily : Choice {
-    /// The rule, row by row: whether the `double` is taken, where it is the second operand and
-    /// where it is the first. v and x are the values, A and X the magnitudes.
+enum class Wanted { smallest, largest };
+enum class By { value, magnitude };
+enum class NaN { loses, wins };
+
+template <Wanted wanted, By by, NaN nan, auto call>
+struct ChoiceFamily {
+    static void Call(auto... x) {
+        call(x...);
+    }
+
+    /// Whether b is taken and not a, of these magnitudes. Of equal magnitudes, the value is taken that
+    /// would not be taken by value.
+    template <class V>
+    static bool Takes(V a, V b, V sizeA, V sizeB, bool ifEqual) {
+        if (by == By::magnitude && sizeA != sizeB) {
+            return (sizeB < sizeA) == (wanted == Wanted::smallest);
+        }
+        const bool wantsSmaller = (wanted == Wanted::smallest) == (by == By::value);
+        return a == b ? ifEqual : (b < a) == wantsSmaller;
+    }
+
     template <class T>
-    static T Mixed(T n, double x, bool doubleIsFirst) {
-        const T saturated = std::is_signed_v<T> && n == lo<T> ? hi<T>
-                            : n < 0                           ? static_cast<T>(-n)
-                                                              : n;
-        const double v = static_cast<double>(n);
-        const double A = static_cast<double>(saturated);
-        const bool takesDouble = doubleIsFirst ? Choice::TakesFirst(v, x, A, std::fabs(x))
-                                               : Choice::TakesSecond(v, x, A, std::fabs(x));
+    static T Same(T a, T b) {
+        const auto size = [](Wide n) { return std::min(n < 0 ? -n : n, Wide{hi<T>}); };
+        return Takes<Wide>(a, b, size(a), size(b), false) ? b : a;
+    }
+    /// Compared as `double`; of equal ones, the first operand is taken.
+    template <class T>
+    static T Mixed(T n, double x, bool doubleIsFirst = false) {
+        const double size =
+            static_cast<double>(static_cast<T>(n < 0 ? (n == lo<T> ? hi<T> : -n) : n));
+        const bool takesDouble =
+            std::isnan(x) ? nan == NaN::wins
+                          : Takes(static_cast<double>(n), x, size, std::fabs(x), doubleIsFirst);
         return takesDouble ? SaturatedDouble<T>(x) : n;
     }
     template <class T>
-    static T Mixed(T a, double b) {
-        return Mixed(a, b, false);
-    }
-    template <class T>
-    static T Mixed(double a, T b) {
-        return Mixed(b, a, true);
-    }
-    template <class T>
-    static T Same(T a, T b) {
-        // Wide enough for every magnitude.
-        const auto size = [](Wide n) { return std::min(n < 0 ? -n : n, Wide{hi<T>}); };
-        return Choice::TakesB(Wide{a}, Wide{b}, size(a), size(b)) ? b : a;
-    }
-};
-
-struct MinChoice {
-    static constexpr const char* name = "Min";
-    static void Call(auto... x) {
-        nx::IntVectorMin(x...);
-    }
-    static bool TakesB(Wide a, Wide b, Wide, Wide) {
-        return b < a;
-    }
-    static bool TakesSecond(double v, double x, double, double) {
-        return v > x;
-    }
-    static bool TakesFirst(double v, double x, double, double) {
-        return v >= x;
-    }
-};
-
-struct MaxChoice {
-    static constexpr const char* name = "Max";
-    static void Call(auto... x) {
-        nx::IntVectorMax(x...);
-    }
-    static bool TakesB(Wide a, Wide b, Wide, Wide) {
-        return b > a;
-    }
-    static bool TakesSecond(double v, double x, double, double) {
-        return x > v;
-    }
-    static bool TakesFirst(double v, double x, double, double) {
-        return x >= v;
-    }
-};
-
-struct MinNaNChoice {
-    static constexpr const char* name = "MinNaN";
-    static void Call(auto... x) {
-        nx::IntVectorMinNaN(x...);
-    }
-    static bool TakesB(Wide a, Wide b, Wide, Wide) {
-        return b < a;
-    }
-    static bool TakesSecond(double v, double x, double, double) {
-        return !(x >= v);
-    }
-    static bool TakesFirst(double v, double x, double, double) {
-        return !(x > v);
-    }
-};
-
-struct MaxNaNChoice {
-    static constexpr const char* name = "MaxNaN";
-    static void Call(auto... x) {
-        nx::IntVectorMaxNaN(x...);
-    }
-    static bool TakesB(Wide a, Wide b, Wide, Wide) {
-        return b > a;
-    }
-    static bool TakesSecond(double v, double x, double, double) {
-        return !(v >= x);
-    }
-    static bool TakesFirst(double v, double x, double, double) {
-        return !(v > x);
-    }
-};
-
-struct MinAbsChoice {
-    static constexpr const char* name = "MinAbs";
-    static void Call(auto... x) {
-        nx::IntVectorMinAbs(x...);
-    }
-    static bool TakesB(Wide a, Wide b, Wide A, Wide B) {
-        return B < A || (B == A && b > a);
-    }
-    static bool TakesSecond(double v, double x, double A, double X) {
-        return A >= X && !(A == X && v >= x);
-    }
-    static bool TakesFirst(double v, double x, double A, double X) {
-        return A >= X && (A != X || x >= v);
-    }
-};
-
-struct MaxAbsChoice {
-    static constexpr const char* name = "MaxAbs";
-    static void Call(auto... x) {
-        nx::IntVectorMaxAbs(x...);
-    }
-    static bool TakesB(Wide a, Wide b, Wide A, Wide B) {
-        return B > A || (B == A && b < a);
-    }
-    static bool TakesSecond(double v, double x, double A, double X) {
-        return X >= A && !(A == X && x >= v);
-    }
-    static bool TakesFirst(double v, double x, double A, double X) {
-        return X >= A && (A != X || v >= x);
-    }
-};
-
-struct MinAbsNaNChoice {
-    static constexpr const char* name = "MinAbsNaN";
-    static void Call(auto... x) {
-        nx::IntVectorMinAbsNaN(x...);
-    }
-    static bool TakesB(Wide a, Wide b, Wide A, Wide B) {
-        return B < A || (B == A && b > a);
-    }
-    static bool TakesSecond(double v, double x, double A, double X) {
-        return !(X >= A) || (A == X && !(v >= x));
-    }
-    static bool TakesFirst(double v, double x, double A, double X) {
-        return !(X >= A) || (A == X && x >= v);
-    }
-};
-
-struct MaxAbsNaNChoice {
-    static constexpr const char* name = "MaxAbsNaN";
-    static void Call(auto... x) {
-        nx::IntVectorMaxAbsNaN(x...);
-    }
-    static bool TakesB(Wide a, Wide b, Wide A, Wide B) {
-        return B > A || (B == A && b < a);
-    }
-    static bool TakesSecond(double v, double x, double A, double X) {
-        return !(A >= X) || (A == X && !(x >= v));
-    }
-    static bool TakesFirst(double v, double x, double A, double X) {
-        return !(A >= X) || (A == X && v >= x);
+    static T Mixed(double x, T n) {
+        return Mixed(n, x, true);
     }
 };
 
 // Families of integers alone. Those of one operand ignore the second one here.
 
-struct BitandFamily {
-    static constexpr const char* name = "Bitand";
-    static void Call(auto... x) {
-        nx::IntVectorBitand(x...);
+template <int operands, auto call, auto rule>
+struct IntegerFamily {
+    template <class T>
+    static void Call(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
+                     unsigned long bStride, unsigned long count) {
+        if constexpr (operands == 1) {
+            call(dst, a, dstStride, aStride, count);
+        } else {
+            call(dst, a, b, dstStride, aStride, bStride, count);
+        }
     }
     template <class T>
     static T Same(T a, T b) {
-        return static_cast<T>(a & b);
+        return rule(a, b);
     }
 };
 
-struct BitorFamily {
-    static constexpr const char* name = "Bitor";
-    static void Call(auto... x) {
-        nx::IntVectorBitor(x...);
-    }
-    template <class T>
-    static T Same(T a, T b) {
-        return static_cast<T>(a | b);
-    }
+// One form of a family as pointers to functions, so that checks are compiled once for all families.
+
+template <class T, class TA, class TB>
+struct Form {
+    const char* name;
+    void (*call)(T* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
+                 unsigned long bStride, unsigned long count);
+    /// The result, or nothing where 64-bit arithmetic departs from exact numbers.
+    std::optional<T> (*want)(TA a, TB b);
+    /// A second operand that the family has a result for.
+    TB (*asSecond)(TB b);
 };
 
-struct BitxorFamily {
-    static constexpr const char* name = "Bitxor";
-    static void Call(auto... x) {
-        nx::IntVectorBitxor(x...);
+/// Two integers give the exact result, saturated; types of at most 32 bits meet a `double` in
+/// `double`, those of 64 bits in exact arithmetic.
+template <class Family, class T, class TA, class TB>
+std::optional<T> Want(TA a, TB b) {
+    if constexpr (std::same_as<TA, TB>) {
+        if constexpr (requires { Family::Same(a, b); }) {
+            return Family::Same(a, b);
+        } else {
+            return Saturated<T>(Family::Value(a, b));
+        }
+    } else if constexpr (requires { Family::Mixed(a, b); }) {
+        return Family::Mixed(a, b);
+    } else {
+        const bool isExact = sizeof(T) == 8;
+        if (isExact && Family::Departs(a, b)) {
+            return std::nullopt;
+        }
+        const double first = static_cast<double>(a), second = static_cast<double>(b);
+        return isExact && std::isfinite(first) && std::isfinite(second)
+                   ? Saturated<T>(Family::Value(a, b))
+                   : SaturatedDouble<T>(Family::Real(first, second));
     }
-    template <class T>
-    static T Same(T a, T b) {
-        return static_cast<T>(a ^ b);
-    }
-};
+}
 
-struct BitcmpFamily {
-    static constexpr const char* name = "Bitcmp";
-    template <class T>
-    static void Call(T* dst, T* a, T*, unsigned long dstStride, unsigned long aStride,
-                     unsigned long, unsigned long count) {
-        nx::IntVectorBitcmp(dst, a, dstStride, aStride, count);
-    }
-    template <class T>
-    static T Same(T a, T) {
-        return static_cast<T>(-1 - Wide{a});
-    }
-};
-
-struct SignFamily {
-    static constexpr const char* name = "Sign";
-    template <class T>
-    static void Call(T* dst, T* a, T*, unsigned long dstStride, unsigned long aStride,
-                     unsigned long, unsigned long count) {
-        nx::IntVectorSign(dst, a, dstStride, aStride, count);
-    }
-    template <class T>
-    static T Same(T a, T) {
-        return a < 0 ? static_cast<T>(-1) : static_cast<T>(a != 0);
-    }
-};
-
-struct AbsFamily {
-    static constexpr const char* name = "Abs";
-    template <class T>
-    static void Call(T* dst, T* a, T*, unsigned long dstStride, unsigned long aStride,
-                     unsigned long, unsigned long count) {
-        nx::IntVectorAbs(dst, a, dstStride, aStride, count);
-    }
-    template <class T>
-    static T Same(T a, T) {
-        return Saturated<T>(abs(Exact(a)));
-    }
-};
-
-struct UminusFamily {
-    static constexpr const char* name = "Uminus";
-    template <class T>
-    static void Call(T* dst, T* a, T*, unsigned long dstStride, unsigned long aStride,
-                     unsigned long, unsigned long count) {
-        nx::IntVectorUminus(dst, a, dstStride, aStride, count);
-    }
-    template <class T>
-    static T Same(T a, T) {
-        return Saturated<T>(-Exact(a));
-    }
-};
+template <class Family, class T, class TA, class TB>
+Form<T, TA, TB> FormOf(const char* name) {
+    return {name,
+            [](T* dst, TA* a, TB* b, unsigned long dstStride, unsigned long aStride,
+               unsigned long bStride, unsigned long count) {
+                Family::Call(dst, a, b, dstStride, aStride, bStride, count);
+            },
+            Want<Family, T, TA, TB>,
+            [](TB b) {
+                if constexpr (requires { Family::AsSecond(b); }) {
+                    return Family::AsSecond(b);
+                } else {
+                    return b;
+                }
+            }};
+}
 
 } // namespace nx::test
 
