@@ -150,18 +150,21 @@ void AddCase(std::vector<Case>& cases, const char* family, const char* type, con
          {{"nx", CallNx<T, operands, Nx>}, {"plain", CallPlain<T, operands, Same, Real>}}});
 }
 
-/// A copy of the first source: how fast memory is.
-template <class T>
-void CallCopy(const Arrays& x) {
-    std::memcpy(x.dst, x.src[0], x.count * sizeof(T));
+/// How fast memory is: a copy that moves as many bytes as a family does. Those are the bytes of the
+/// first source and, if there is a second one, half of its bytes.
+template <class T, unsigned sources>
+void CallCopy(const Arrays& x, auto copy) {
+    copy(x.dst, x.src[0], x.count * sizeof(T));
+    if (sources == 2) {
+        copy(x.dst, x.src[1], x.count * sizeof(T) / 2);
+    }
 }
 
-/// The same with vectors of 16 bytes, which is all that nx has.
-template <class T>
-void CallCopySse2(const Arrays& x) {
-    auto* const dst = static_cast<__m128i*>(x.dst);
-    const auto* const src = static_cast<const __m128i*>(x.src[0]);
-    for (unsigned long i = 0; i < x.count * sizeof(T) / sizeof(__m128i); i += 4) {
+/// With vectors of 16 bytes, which is all that nx has.
+void CopySse2(void* to, const void* from, std::size_t bytes) {
+    auto* const dst = static_cast<__m128i*>(to);
+    const auto* const src = static_cast<const __m128i*>(from);
+    for (unsigned long i = 0; i < bytes / sizeof(__m128i); i += 4) {
         _mm_store_si128(dst + i, _mm_load_si128(src + i));
         _mm_store_si128(dst + i + 1, _mm_load_si128(src + i + 1));
         _mm_store_si128(dst + i + 2, _mm_load_si128(src + i + 2));
@@ -202,15 +205,16 @@ void AddFamily(std::vector<Case>& cases, const char* family, Nx, Same, Real) {
 template <unsigned sources, class Nx>
 void AddCopyLike(std::vector<Case>& cases, const char* family, Nx) {
     ForEachType([&]<class T>(T, const char* type) {
-        cases.push_back({family,
-                         type,
-                         {{"integers", {}}},
-                         sizeof(T),
-                         sizeof(T),
-                         decltype(Case::fill)(sources, Layout<T, Operands::integers>::Fill),
-                         {{"nx", CallNxOnIntegers<T, sources, Nx>},
-                          {"memcpy", CallCopy<T>},
-                          {"copy-sse2", CallCopySse2<T>}}});
+        cases.push_back(
+            {family,
+             type,
+             {{"integers", {}}},
+             sizeof(T),
+             sizeof(T),
+             decltype(Case::fill)(sources, Layout<T, Operands::integers>::Fill),
+             {{"nx", CallNxOnIntegers<T, sources, Nx>},
+              {"memcpy", [](const Arrays& x) { CallCopy<T, sources>(x, std::memcpy); }},
+              {"copy-sse2", [](const Arrays& x) { CallCopy<T, sources>(x, CopySse2); }}}});
     });
 }
 

@@ -21,173 +21,142 @@ constexpr auto mod = [](auto... x) { nx::IntVectorMod(x...); };
 constexpr auto power = [](auto... x) { nx::IntVectorPower(x...); };
 constexpr auto rdivide = [](auto... x) { nx::IntVectorRdivide(x...); };
 
-/// Rows of one family over T: the operands with their kind, and the result.
-template <class T, class Family>
-struct Rows {
-    Family family;
+// Rows of one family over T: the operands and the result, for an array of `double`, for one `double`
+// that serves the whole array, or for each in turn.
 
-    void First(int line, As as, double a, T b, T want) const {
-        EXPECT_EQ(+One<T>(family, a, b, as, As::array), +want) << "line " << line;
-    }
-    void Second(int line, As as, T a, double b, T want) const {
-        EXPECT_EQ(+One<T>(family, a, b, As::array, as), +want) << "line " << line;
-    }
+using Kinds = std::initializer_list<As>;
+constexpr Kinds array = {As::array};
+constexpr Kinds scalar = {As::scalar};
+constexpr Kinds both = {As::array, As::scalar};
+
+template <class T>
+struct FirstRow {
+    double a;
+    T b, want;
+};
+template <class T>
+struct SecondRow {
+    T a;
+    double b;
+    T want;
 };
 
-template <class T, class Family>
-Rows<T, Family> Of(Family family) {
-    return {family};
+template <class T>
+void First(Kinds kinds, auto family, std::vector<FirstRow<T>> rows) {
+    for (const As as : kinds) {
+        for (const auto& [a, b, want] : rows) {
+            EXPECT_EQ(+One<T>(family, a, b, as, As::array), +want) << a << ' ' << +b;
+        }
+    }
+}
+template <class T>
+void Second(Kinds kinds, auto family, std::vector<SecondRow<T>> rows) {
+    for (const As as : kinds) {
+        for (const auto& [a, b, want] : rows) {
+            EXPECT_EQ(+One<T>(family, a, b, As::array, as), +want) << +a << ' ' << b;
+        }
+    }
 }
 
 TEST(IntegerKnown, OneDoubleIsRoundedFirstUnlessItIsCloseToAHalf) {
-    const auto bytes = Of<signed char>(plus);
-    bytes.First(__LINE__, As::scalar, 2.5, 1, 4);
-    bytes.First(__LINE__, As::scalar, 2.5, -3, -1);
-    bytes.First(__LINE__, As::scalar, 2.3, -3, -1);
-    bytes.Second(__LINE__, As::scalar, -3, 2.3, -1);
-    bytes.First(__LINE__, As::scalar, inf, -128, 127);
-    bytes.First(__LINE__, As::scalar, -inf, 127, -128);
-    bytes.First(__LINE__, As::scalar, nan, 127, 0);
+    First<signed char>(scalar, plus,
+                       {{2.5, 1, 4},
+                        {2.5, -3, -1},
+                        {2.3, -3, -1},
+                        {inf, -128, 127},
+                        {-inf, 127, -128},
+                        {nan, 127, 0}});
+    Second<signed char>(scalar, plus, {{-3, 2.3, -1}});
     // In an array, 127 and this make a half; alone, it is far enough from one.
     const double belowHalf = 0.5 - 0x1p-50;
-    bytes.First(__LINE__, As::scalar, belowHalf, 100, 100);
-    bytes.First(__LINE__, As::array, belowHalf, 100, 101);
-    Of<signed char>(minus).Second(__LINE__, As::scalar, 100, belowHalf, 100);
-    Of<unsigned char>(minus).Second(__LINE__, As::scalar, 0, -0.5, 1);
-    Of<unsigned char>(plus).First(__LINE__, As::scalar, -0.5, 1, 1);
-    Of<unsigned char>(plus).First(__LINE__, As::scalar, 300.4, 0, 255);
-    Of<unsigned char>(plus).First(__LINE__, As::scalar, inf, 0, 255);
-    Of<unsigned char>(minus).Second(__LINE__, As::scalar, 200, 300.4, 0);
-    Of<unsigned char>(minus).First(__LINE__, As::scalar, -inf, 0, 0);
-    Of<unsigned long>(plus).Second(__LINE__, As::scalar, 7, -0x1p70, 0);
-    Of<unsigned long>(minus).Second(__LINE__, As::scalar, 7, -0x1p70, hi<unsigned long>);
-    Of<long>(plus).Second(__LINE__, As::scalar, -1, 0x1p63, hi<long>);
-    Of<long>(minus).Second(__LINE__, As::scalar, -1, -0x1p63, hi<long>);
+    First<signed char>(scalar, plus, {{belowHalf, 100, 100}});
+    First<signed char>(array, plus, {{belowHalf, 100, 101}});
+    Second<signed char>(scalar, minus, {{100, belowHalf, 100}});
+    Second<unsigned char>(scalar, minus, {{0, -0.5, 1}, {200, 300.4, 0}});
+    First<unsigned char>(scalar, plus, {{-0.5, 1, 1}, {300.4, 0, 255}, {inf, 0, 255}});
+    First<unsigned char>(scalar, minus, {{-inf, 0, 0}});
+    Second<unsigned long>(scalar, plus, {{7, -0x1p70, 0}});
+    Second<unsigned long>(scalar, minus, {{7, -0x1p70, hi<unsigned long>}});
+    Second<long>(scalar, plus, {{-1, 0x1p63, hi<long>}});
+    Second<long>(scalar, minus, {{-1, -0x1p63, hi<long>}});
 }
 
 TEST(IntegerKnown, DifferencesFromADouble) {
-    const auto longs = Of<long>(minus);
-    longs.First(__LINE__, As::array, 0, lo<long>, hi<long>);
-    longs.First(__LINE__, As::array, -1.5, lo<long>, hi<long>);
-    longs.First(__LINE__, As::array, -2.5, lo<long>, hi<long> - 1);
-    longs.First(__LINE__, As::array, nan, lo<long>, 0);
-    longs.First(__LINE__, As::array, -inf, lo<long>, lo<long>);
-    longs.First(__LINE__, As::array, -0x1p64, lo<long>, lo<long> + 1);
-    const auto unsigneds = Of<unsigned long>(minus);
-    unsigneds.First(__LINE__, As::array, 0x1p64, 1, hi<unsigned long>);
-    unsigneds.First(__LINE__, As::array, 0x1p64, 2, hi<unsigned long> - 1);
-    unsigneds.First(__LINE__, As::array, inf, hi<unsigned long>, hi<unsigned long>);
-    unsigneds.First(__LINE__, As::array, -5, 1, 0);
+    First<long>(array, minus,
+                {{0, lo<long>, hi<long>},
+                 {-1.5, lo<long>, hi<long>},
+                 {-2.5, lo<long>, hi<long> - 1},
+                 {nan, lo<long>, 0},
+                 {-inf, lo<long>, lo<long>},
+                 {-0x1p64, lo<long>, lo<long> + 1}});
+    First<unsigned long>(array, minus,
+                         {{0x1p64, 1, hi<unsigned long>},
+                          {0x1p64, 2, hi<unsigned long> - 1},
+                          {inf, hi<unsigned long>, hi<unsigned long>},
+                          {-5, 1, 0}});
 }
 
 TEST(IntegerKnown, Products) {
-    const auto bytes = Of<signed char>(times);
-    for (const As as : {As::array, As::scalar}) {
-        bytes.Second(__LINE__, as, 3, 0.5, 2);
-        bytes.Second(__LINE__, as, -3, 0.5, -2);
-        bytes.Second(__LINE__, as, 1, 0.49999999999999994, 0);
-        bytes.Second(__LINE__, as, 5, nan, 0);
-        bytes.First(__LINE__, as, -inf, 5, -128);
-        bytes.Second(__LINE__, as, 0, inf, 0);
-        bytes.First(__LINE__, as, -0.0, 5, 0);
-        Of<unsigned char>(times).First(__LINE__, as, -1, 5, 0);
-        Of<long>(times).Second(__LINE__, as, lo<long>, 1, lo<long>);
-        Of<long>(times).Second(__LINE__, as, lo<long>, -1, hi<long>);
-    }
+    Second<signed char>(
+        both, times,
+        {{3, 0.5, 2}, {-3, 0.5, -2}, {1, 0.49999999999999994, 0}, {5, nan, 0}, {0, inf, 0}});
+    First<signed char>(both, times, {{-inf, 5, -128}, {-0.0, 5, 0}});
+    First<unsigned char>(both, times, {{-1, 5, 0}});
+    Second<long>(both, times, {{lo<long>, 1, lo<long>}, {lo<long>, -1, hi<long>}});
 }
 
 TEST(IntegerKnown, QuotientsByZeroAndByWhatIsNoNumber) {
-    const auto bytes = Of<signed char>(rdivide);
-    const auto unsignedBytes = Of<unsigned char>(rdivide);
-    const auto longs = Of<long>(rdivide);
-    const auto unsignedLongs = Of<unsigned long>(rdivide);
-    for (const As as : {As::array, As::scalar}) {
-        bytes.Second(__LINE__, as, 5, 0.0, 127);
-        bytes.Second(__LINE__, as, 5, -0.0, -128);
-        bytes.Second(__LINE__, as, -5, -0.0, 127);
-        bytes.Second(__LINE__, as, 0, 0.0, 0);
-        bytes.Second(__LINE__, as, 1, nan, 0);
-        bytes.Second(__LINE__, as, 5, inf, 0);
-        unsignedBytes.First(__LINE__, as, 5.0, 0, 255);
-        unsignedBytes.First(__LINE__, as, -5.0, 0, 0);
-        unsignedBytes.First(__LINE__, as, nan, 0, 0);
-        longs.Second(__LINE__, as, 5, 0.0, hi<long>);
-        longs.Second(__LINE__, as, 5, -0.0, lo<long>);
-        longs.Second(__LINE__, as, -5, 0.0, lo<long>);
-        longs.Second(__LINE__, as, -5, -0.0, hi<long>);
-        longs.Second(__LINE__, as, 0, -0.0, 0);
-        longs.Second(__LINE__, as, -7, 2.0, -4);
-        longs.First(__LINE__, as, -inf, 0, lo<long>);
-        longs.First(__LINE__, as, inf, -3, lo<long>);
-        longs.First(__LINE__, as, -0.0, 0, 0);
-        longs.First(__LINE__, as, nan, 0, 0);
-        unsignedLongs.Second(__LINE__, as, 5, -0.0, 0);
-        unsignedLongs.First(__LINE__, as, 0.5, 0, hi<unsigned long>);
-    }
+    Second<signed char>(
+        both, rdivide,
+        {{5, 0.0, 127}, {5, -0.0, -128}, {-5, -0.0, 127}, {0, 0.0, 0}, {1, nan, 0}, {5, inf, 0}});
+    First<unsigned char>(both, rdivide, {{5.0, 0, 255}, {-5.0, 0, 0}, {nan, 0, 0}});
+    Second<long>(both, rdivide,
+                 {{5, 0.0, hi<long>},
+                  {5, -0.0, lo<long>},
+                  {-5, 0.0, lo<long>},
+                  {-5, -0.0, hi<long>},
+                  {0, -0.0, 0},
+                  {-7, 2.0, -4}});
+    First<long>(both, rdivide,
+                {{-inf, 0, lo<long>}, {inf, -3, lo<long>}, {-0.0, 0, 0}, {nan, 0, 0}});
+    Second<unsigned long>(both, rdivide, {{5, -0.0, 0}});
+    First<unsigned long>(both, rdivide, {{0.5, 0, hi<unsigned long>}});
 }
 
 TEST(IntegerKnown, Remainders) {
-    const auto byteRem = Of<signed char>(rem);
-    const auto byteMod = Of<signed char>(mod);
-    const auto longRem = Of<long>(rem);
-    const auto longMod = Of<long>(mod);
-    const auto unsignedMod = Of<unsigned long>(mod);
-    for (const As as : {As::array, As::scalar}) {
-        byteRem.Second(__LINE__, as, 7, 2.5, 2);
-        byteRem.Second(__LINE__, as, 1, 0.1, 0);
-        byteRem.Second(__LINE__, as, 5, 0.0, 0);
-        byteRem.Second(__LINE__, as, 5, -inf, 5);
-        byteRem.First(__LINE__, as, inf, 5, 0);
-        byteMod.Second(__LINE__, as, -7, 2.5, 1);
-        byteMod.Second(__LINE__, as, 7, -2.5, -1);
-        byteMod.Second(__LINE__, as, 5, -0.0, 5);
-        byteMod.Second(__LINE__, as, 5, inf, 5);
-        byteMod.Second(__LINE__, as, -5, inf, 127);
-        byteMod.Second(__LINE__, as, 0, -inf, 0);
-        byteMod.First(__LINE__, as, -inf, 0, -128);
-        byteMod.First(__LINE__, as, nan, 0, 0);
-        Of<unsigned char>(mod).Second(__LINE__, as, 5, inf, 5);
-        longRem.Second(__LINE__, as, 5, inf, 0);
-        longRem.Second(__LINE__, as, 5, nan, 0);
-        longMod.Second(__LINE__, as, -5, inf, 0);
-        longMod.Second(__LINE__, as, 5, -0.0, 5);
-        longMod.First(__LINE__, as, -2.5, 7, 5);
-        longMod.First(__LINE__, as, 2.5, -7, -5);
-        longMod.First(__LINE__, as, -0.25, 7, 7);
-        longMod.First(__LINE__, as, inf, 0, hi<long>);
-        unsignedMod.First(__LINE__, as, -0.25, 7, 0);
-        unsignedMod.First(__LINE__, as, -2.5, 7, 4);
-        unsignedMod.Second(__LINE__, as, 5, inf, 0);
-        unsignedMod.Second(__LINE__, as, 5, -1.0, 0);
-    }
-    longMod.Second(__LINE__, As::array, -(1L << 53), 0x1p53, 1L << 53);
-    longMod.Second(__LINE__, As::scalar, -(1L << 53), 0x1p53, 0);
+    Second<signed char>(both, rem, {{7, 2.5, 2}, {1, 0.1, 0}, {5, 0.0, 0}, {5, -inf, 5}});
+    First<signed char>(both, rem, {{inf, 5, 0}});
+    Second<signed char>(
+        both, mod,
+        {{-7, 2.5, 1}, {7, -2.5, -1}, {5, -0.0, 5}, {5, inf, 5}, {-5, inf, 127}, {0, -inf, 0}});
+    First<signed char>(both, mod, {{-inf, 0, -128}, {nan, 0, 0}});
+    Second<unsigned char>(both, mod, {{5, inf, 5}});
+    Second<long>(both, rem, {{5, inf, 0}, {5, nan, 0}});
+    Second<long>(both, mod, {{-5, inf, 0}, {5, -0.0, 5}});
+    First<long>(both, mod, {{-2.5, 7, 5}, {2.5, -7, -5}, {-0.25, 7, 7}, {inf, 0, hi<long>}});
+    First<unsigned long>(both, mod, {{-0.25, 7, 0}, {-2.5, 7, 4}});
+    Second<unsigned long>(both, mod, {{5, inf, 0}, {5, -1.0, 0}});
+    Second<long>(array, mod, {{-(1L << 53), 0x1p53, 1L << 53}});
+    Second<long>(scalar, mod, {{-(1L << 53), 0x1p53, 0}});
     // The neighbour of -0.5 is taken as a half, and its complement in the highest number wraps.
-    longMod.First(__LINE__, As::array, std::nextafter(-0.5, 0), hi<long>, lo<long>);
+    First<long>(array, mod, {{std::nextafter(-0.5, 0), hi<long>, lo<long>}});
 }
 
 TEST(IntegerKnown, Powers) {
-    const auto longs = Of<long>(power);
-    const auto bytes = Of<signed char>(power);
-    for (const As as : {As::array, As::scalar}) {
-        longs.Second(__LINE__, as, 0, inf, 0);
-        longs.Second(__LINE__, as, -1, inf, 1);
-        longs.Second(__LINE__, as, -2, inf, hi<long>);
-        longs.Second(__LINE__, as, -2, 63, lo<long>);
-        longs.Second(__LINE__, as, 3037000499, 2, 9223372030926249001);
-        longs.Second(__LINE__, as, 3037000500, 2, hi<long>);
-        longs.Second(__LINE__, as, 7, -0.0, 1);
-        longs.First(__LINE__, as, 2.5, 2, 6);
-        longs.First(__LINE__, as, -2, 3, -8);
-        longs.First(__LINE__, as, nan, 0, 0);
-        longs.First(__LINE__, as, 0.0, 0, 1);
-        longs.First(__LINE__, as, -inf, 3, lo<long>);
-        Of<unsigned long>(power).First(__LINE__, as, 1.5, 2, 2);
-        Of<unsigned long>(power).Second(__LINE__, as, 4294967295, 2, 18446744065119617025ul);
-        bytes.First(__LINE__, as, nan, 0, 0);
-        bytes.First(__LINE__, as, 2.5, 2, 6);
-        bytes.Second(__LINE__, as, -2, inf, 127);
-    }
+    Second<long>(both, power,
+                 {{0, inf, 0},
+                  {-1, inf, 1},
+                  {-2, inf, hi<long>},
+                  {-2, 63, lo<long>},
+                  {3037000499, 2, 9223372030926249001},
+                  {3037000500, 2, hi<long>},
+                  {7, -0.0, 1}});
+    First<long>(both, power,
+                {{2.5, 2, 6}, {-2, 3, -8}, {nan, 0, 0}, {0.0, 0, 1}, {-inf, 3, lo<long>}});
+    First<unsigned long>(both, power, {{1.5, 2, 2}});
+    Second<unsigned long>(both, power, {{4294967295, 2, 18446744065119617025ul}});
+    First<signed char>(both, power, {{nan, 0, 0}, {2.5, 2, 6}});
+    Second<signed char>(both, power, {{-2, inf, 127}});
 }
 
 /// Calls with three elements, of which the exponent `bad` stands in the middle: the first is
@@ -243,16 +212,15 @@ TYPED_TEST(IntegerPower, OneExponentThrowsWithoutElements) {
 TEST(IntegerKnown, ExtremesCompareBeforeTheyRound) {
     const auto min = [](auto... x) { nx::IntVectorMin(x...); };
     const auto max = [](auto... x) { nx::IntVectorMax(x...); };
-    Of<signed char>(max).Second(__LINE__, As::array, 3, 3.6, 4);
-    Of<signed char>(min).Second(__LINE__, As::scalar, 3, 2.7, 3);
+    const auto minAbs = [](auto... x) { nx::IntVectorMinAbs(x...); };
+    Second<signed char>(array, max, {{3, 3.6, 4}});
+    Second<signed char>(scalar, min, {{3, 2.7, 3}});
+    Second<unsigned char>(scalar, minAbs, {{7, -5.0, 0}});
     // As `double`, these two are equal; as integers they are not.
     constexpr long n = (1L << 53) + 1;
-    Of<long>(min).Second(__LINE__, As::array, n, 0x1p53, n);
-    Of<long>(min).First(__LINE__, As::array, 0x1p53, n, n - 1);
-    Of<long>(min).Second(__LINE__, As::scalar, n, 0x1p53, n - 1);
-    Of<unsigned char>([](auto... x) {
-        nx::IntVectorMinAbs(x...);
-    }).Second(__LINE__, As::scalar, 7, -5.0, 0);
+    Second<long>(array, min, {{n, 0x1p53, n}});
+    First<long>(array, min, {{0x1p53, n, n - 1}});
+    Second<long>(scalar, min, {{n, 0x1p53, n - 1}});
 }
 
 TEST(IntegerKnown, NegativesOfUnsignedNumbersDoNotReadTheSource) {
