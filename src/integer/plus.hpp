@@ -63,8 +63,9 @@ struct Sum {
         } else {
             if constexpr (isSigned<T>) {
                 const auto sum = (Block<T>)_mm_add_epi32(va, vb);
-                const Block<T> overflow = ((sum ^ a) & (sum ^ b)) >> 31;
-                return Choose<T>(overflow, LimitBeyond<T>(a), sum);
+                // It is less than a if and only if b is negative, but where it has wrapped.
+                const auto wrapped = (Block<T>)(a > sum) ^ (b >> 31);
+                return Choose<T>(wrapped, LimitBeyond<T>(b), sum);
             } else {
                 // Comparisons are signed: with the top bit flipped they order unsigned numbers.
                 const __m128i flip = _mm_set1_epi32(lo<int>);
@@ -137,8 +138,10 @@ struct Difference {
         } else {
             if constexpr (isSigned<T>) {
                 const auto difference = (Block<T>)_mm_sub_epi32(va, vb);
-                const Block<T> overflow = ((a ^ b) & (a ^ difference)) >> 31;
-                return Choose<T>(overflow, LimitBeyond<T>(a), difference);
+                // It is greater than a if and only if b is negative, but where it has wrapped.
+                const Block<T> sign = b >> 31;
+                const auto wrapped = (Block<T>)(difference > a) ^ sign;
+                return Choose<T>(wrapped, sign ^ lo<T>, difference);
             } else {
                 const __m128i flip = _mm_set1_epi32(lo<int>);
                 const __m128i flippedA = va ^ flip;
