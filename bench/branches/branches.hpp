@@ -15,7 +15,7 @@ struct Branches {
 };
 
 template <class T>
-Branches<T> MakeBranches();
+[[gnu::visibility("default")]] Branches<T> MakeBranches();
 
 } // namespace bench
 
