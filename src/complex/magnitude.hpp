@@ -1,27 +1,19 @@
-// Sizes of values as integers, and magnitudes that need no scale.
+// Magnitudes that need no scale.
 #ifndef NX_COMPLEX_MAGNITUDE_HPP
 #define NX_COMPLEX_MAGNITUDE_HPP
 
 #include <cmath>
 
 #include "core/lanes.hpp"
+#include "real/basic.hpp"
 #include "real/hypot.hpp"
 
 namespace nx::complex {
 
 using namespace core;
 
-/// The pattern of |x|: compared as an integer, it does not wait in line with the arithmetic.
-template <class T>
-BitsOf<T> PatternOfSize(T x) {
-    return Bits(x) & (signBit<T> - 1);
-}
-
-/// |x| in [low, high).
-template <class T>
-bool IsSizeIn(T x, T low, T high) {
-    return PatternOfSize(x) - Pattern(low) < Pattern(high) - Pattern(low);
-}
+using real::IsSizeIn;
+using real::PatternOfSize;
 
 /// True only where no square leaves the normal range; false for a zero part.
 template <class T>

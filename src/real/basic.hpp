@@ -22,6 +22,18 @@ inline constexpr double integerBound<double> = Pinned(4503599627370496.0, 0x4330
 template <>
 inline constexpr float integerBound<float> = Pinned(8388608.0f, 0x4B000000);
 
+/// The pattern of |x|: compared as an integer, it does not wait in line with the arithmetic.
+template <class T>
+BitsOf<T> PatternOfSize(T x) {
+    return Bits(x) & (signBit<T> - 1);
+}
+
+/// |x| in [low, high).
+template <class T>
+bool IsSizeIn(T x, T low, T high) {
+    return PatternOfSize(x) - Pattern(low) < Pattern(high) - Pattern(low);
+}
+
 /// How an integer of T is reached from its truncation.
 enum class Rounding { towardZero, down, up };
 

@@ -19,6 +19,7 @@
 
 #include "core/blocks.hpp"
 #include "core/lanes.hpp"
+#include "real/basic.hpp"
 
 namespace nx::real {
 
@@ -247,16 +248,17 @@ struct ExpKernel {
     template <class T>
     static T Entry(T x) {
         using C = ExpConstants<T>;
-        if (Abs(x) <= C::zeroExp) {
+        const auto size = PatternOfSize(x);
+        if (size <= Pattern(C::zeroExp)) {
             if constexpr (Doubles<T>) {
-                if (Abs(x) < C::tiny) {
+                if (size < Pattern(C::tiny)) {
                     return x + 1.0;
                 }
             }
             const T c = ExpSeries(x);
             return T{1} - ((x * c) / (c - T{2}) - x);
         }
-        if (Abs(x) < C::threeHalfLn2) {
+        if (size < Pattern(C::threeHalfLn2)) {
             if constexpr (Doubles<T>) {
                 if (x == 1.0) {
                     return C::e;
@@ -264,6 +266,17 @@ struct ExpKernel {
             }
             return Finish(Argument(ExpReduceByOne(x)));
         }
+        if (size < Pattern(C::lanes)) [[likely]] {
+            return Finish(Argument(ExpReduceByMany(x)));
+        }
+        return EntryOfLarge(x);
+    }
+
+private:
+    /// |x| from `lanes` on.
+    template <class T>
+    [[gnu::noinline]] static T EntryOfLarge(T x) {
+        using C = ExpConstants<T>;
         if (x > C::overflow) {
             return infinity<T>;
         }
@@ -271,14 +284,13 @@ struct ExpKernel {
             return x < C::underflow ? T{0} : defaultNaN<T>;
         }
         ExpReduced<T> reduced = ExpReduceByMany(x);
-        if (x > -C::lanes) [[likely]] {
+        if (x > 0) {
             return Finish(Argument(reduced));
         }
         reduced.k += C::scaleDownExponent;
         return Finish(Argument(reduced)) * C::scaleDown;
     }
 
-private:
     template <Value V>
     static ExpArgument<V> Argument(const ExpReduced<V>& x) {
         return {x.hi, x.lo, x.hi - x.lo, ExponentStep<V>(x.k)};

@@ -15,6 +15,7 @@
 #include <cmath>
 
 #include "core/lanes.hpp"
+#include "real/basic.hpp"
 #include "real/tables/two_over_pi.hpp"
 
 namespace nx::real {
@@ -522,7 +523,7 @@ int ReducePio2(T x, T* y) {
 /// Whether x is its own remainder.
 template <class T>
 bool IsReduced(T x) {
-    return std::fabs(x) < ReductionConstants<T>::near;
+    return PatternOfSize(x) < Pattern(ReductionConstants<T>::near);
 }
 
 // Lanes.

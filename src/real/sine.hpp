@@ -123,34 +123,41 @@ V SumCosine(V head, V tail, V p) {
 
 // One value.
 
+template <class T>
+bool IsTiny(T x) {
+    return PatternOfSize(x) < Pattern(SineConstants<T>::tiny);
+}
+
 /// sin(x + y).
 template <class T>
 T KernelSin(T x, T y) {
-    return std::fabs(x) < SineConstants<T>::tiny ? x : x + SineTerm(x, y, SinePolynomial(x * x));
+    return IsTiny(x) ? x : x + SineTerm(x, y, SinePolynomial(x * x));
 }
 
 /// cos(x + y).
 template <class T>
 T KernelCos(T x, T y) {
     using C = SineConstants<T>;
-    const T size = std::fabs(x);
-    if (size < C::tiny) {
+    if (IsTiny(x)) {
         return 1;
     }
+    const auto size = PatternOfSize(x);
     const T z = x * x;
     const T r = (CosinePolynomial(z) * z) * z - x * y;
     const T half = z * T{0.5};
-    T taken = 0;
-    if (!(size < C::splitFrom)) { // also a NaN, which leaves its sign here
-        taken = size > C::splitFixed ? T{0.28125} : FromBits<T>(Bits(x) & C::splitMask) * T{0.25};
+    if (size < Pattern(C::splitFrom)) {
+        return T{1} - (half - r);
     }
+    // A NaN leaves its sign here.
+    const bool isFixed = size > Pattern(C::splitFixed) && size <= Pattern(infinity<T>);
+    const T taken = isFixed ? T{0.28125} : FromBits<T>(Bits(x) & C::splitMask) * T{0.25};
     return (T{1} - taken) - ((half - taken) - r);
 }
 
 /// sin(x) for an x that `IsReduced`.
 template <class T>
 T NearSine(T x) {
-    return std::fabs(x) < SineConstants<T>::tiny ? x : x + NearSineTerm(x, SinePolynomial(x * x));
+    return IsTiny(x) ? x : x + NearSineTerm(x, SinePolynomial(x * x));
 }
 
 /// The sine of a reduced argument after n quadrants; with n + 1 it is the cosine.
