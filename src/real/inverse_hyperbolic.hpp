@@ -245,18 +245,19 @@ struct AsinhKernel : EitherLogPhases {
     static T Entry(T x) {
         using C = InverseHyperbolicConstants<T>;
         const T a = Abs(x);
-        const std::int32_t word = UpperWord(a);
-        if (word < UpperWord(C::tinyAsinh)) {
+        const T sign = std::copysign(T{1}, x);
+        const std::uint32_t word = Words(x) & 0x7FFFFFFF;
+        if (word < Words(C::tinyAsinh)) {
             return x;
         }
-        if (word < UpperWord(C::large)) {
+        if (word < Words(C::large)) {
             const T t = x * x;
-            return WithSignOf(KernelLog1p(t / (std::sqrt(t + T{1}) + T{1}) + a), x);
+            return sign * KernelLog1p(t / (std::sqrt(t + T{1}) + T{1}) + a);
         }
-        if (word < UpperWord(C::hugeAsinh)) {
-            return WithSignOf(KernelLog(T{1} / (std::sqrt(x * x + T{1}) + a) + (a + a)), x);
+        if (word < Words(C::hugeAsinh)) {
+            return sign * KernelLog(T{1} / (std::sqrt(x * x + T{1}) + a) + (a + a));
         }
-        return a < infinity<T> ? WithSignOf(KernelLog(a) + LogConstants<T>::ln2, x) : x + x;
+        return a < infinity<T> ? sign * (KernelLog(a) + LogConstants<T>::ln2) : x + x;
     }
 };
 
@@ -381,16 +382,16 @@ struct AtanhKernel {
     template <class T>
     static T Entry(T x) {
         const T a = Abs(x);
-        if (!(a < 1)) {
-            return a == 1 ? WithSignOf(infinity<T>, x) : defaultNaN<T>;
+        const std::uint32_t word = Words(x) & 0x7FFFFFFF;
+        if (word >= Words(T{1})) {
+            return a == 1 ? std::copysign(infinity<T>, x) : defaultNaN<T>;
         }
-        if (UpperWord(a) < UpperWord(InverseHyperbolicConstants<T>::tinyAtanh)) {
+        if (word < Words(InverseHyperbolicConstants<T>::tinyAtanh)) {
             return x;
         }
-        const bool small = UpperWord(a) < UpperWord(T{0.5});
         const T t = a + a;
-        const T y = small ? t + a * t / (T{1} - a) : t / (T{1} - a);
-        return WithSignOf(T{0.5} * KernelLog1p(y), x);
+        const T y = word < Words(T{0.5}) ? t + a * t / (T{1} - a) : t / (T{1} - a);
+        return std::copysign(T{0.5}, x) * KernelLog1p(y);
     }
 };
 

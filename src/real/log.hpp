@@ -231,13 +231,20 @@ struct LogKernel {
         return reduced;
     }
 
+    /// R of step 2.
+    template <Doubles V>
+    static V Series(V s) {
+        using C = LogConstants<double>;
+        const V z = s * s;
+        const V w = z * z;
+        return (((C::L7 * w + C::L5) * w + C::L3) * w + C::L1) * z +
+               ((C::L6 * w + C::L4) * w + C::L2) * w;
+    }
+
     template <Doubles V>
     static V Next(const LogReduced<V>& x) {
         using C = LogConstants<double>;
-        const V z = x.s * x.s;
-        const V w = z * z;
-        const V R = (((C::L7 * w + C::L5) * w + C::L3) * w + C::L1) * z +
-                    ((C::L6 * w + C::L4) * w + C::L2) * w;
+        const V R = Series(x.s);
         // Both forms of step 2 are h - (s * (R - g) + k * ln2Lo) up to signs: near the root h is
         // f^2/2 and g is -h, elsewhere h is 0 and g is f.
         const MaskOf<V> nearRoot =
@@ -290,13 +297,51 @@ struct LogKernel {
 
     template <class T>
     static T Entry(T x) {
+        if (NotPositiveNormal(x)) [[unlikely]] {
+            return OfOther(x);
+        }
+        return OfNormal(x, Reduce(x));
+    }
+
+    /// The sum of one value, with the series of s: branches wait less.
+    static double Sum(double f, double s, double k, double series, bool isNearRoot) {
+        using C = LogConstants<double>;
+        if (isNearRoot) {
+            const double minusHalfSquare = (f * -0.5) * f;
+            const double product = s * (series - minusHalfSquare);
+            return k * C::ln2Hi + ((minusHalfSquare + (product + k * C::ln2Lo)) + f);
+        }
+        return k * C::ln2Hi + ((s * (series - f) + k * C::ln2Lo) + f);
+    }
+
+private:
+    /// One positive and normal value.
+    template <class T>
+    static T OfNormal(T x, const LogReduced<T>& reduced) {
+        using C = LogConstants<T>;
+        const auto& [f, s, k] = reduced;
+        if (IsTiny(x)) {
+            return TwoTerms(f, k);
+        }
+        if constexpr (Floats<T>) {
+            return Next(reduced);
+        } else {
+            const std::uint32_t m = Words(x) & C::mantissaWord;
+            return Sum(f, s, k, Series(s), m - 0x6147A <= 0x6B851 - 0x6147A);
+        }
+    }
+
+    /// A subnormal or special value.
+    template <class T>
+    [[gnu::noinline]] static T OfOther(T x) {
+        using C = LogConstants<T>;
         if (IsSpecial(x)) {
             return LogOfSpecial(x);
         }
-        const Normalized<T> normal = Normalize(x);
-        LogReduced<T> reduced = Reduce(normal.x);
-        reduced.k += normal.exponent;
-        return IsTiny(normal.x) ? TwoTerms(reduced.f, reduced.k) : Next(reduced);
+        x *= C::subnormalScale;
+        LogReduced<T> reduced = Reduce(x);
+        reduced.k += C::subnormalExponent;
+        return OfNormal(x, reduced);
     }
 };
 
@@ -494,37 +539,47 @@ struct Log1pKernel {
         return (x.f - (hfsq - (low + product))) + x.minusK * -C::ln2Hi;
     }
 
+    /// Ranges are told by words, in which no comparison waits among the arithmetic.
     template <class T>
     static T Entry(T x) {
         using C = LogConstants<T>;
-        if (x <= -1) {
-            return x == -1 ? -infinity<T> : defaultNaN<T>;
+        const std::uint32_t word = Words(x);
+        if (SignedLess(word, Words(C::nearHigh)) && word < Words(C::nearLow)) {
+            return (word & 0x7FFFFFFF) < Words(C::small) ? x - (x * x) * T{0.5} : Sum(x);
         }
-        if (!(x < infinity<T>)) {
-            return UpperWord(x) < 0 ? defaultNaN<T> : x;
-        }
-        if (Abs(x) < C::small) {
-            return x - (x * x) * T{0.5};
+        if (word >= Words(T{-1}) || SignedLess(C::maxFiniteWord, word)) [[unlikely]] {
+            return x == -1 ? -infinity<T> : UpperWord(x) < 0 ? defaultNaN<T> : x;
         }
         T u = x;
         T c = 0;
-        if (x < C::noSum) {
+        if (SignedLess(word, C::noSumWord)) {
             u = T{1} + x;
-            c = (u < 2 ? x - (u - T{1}) : T{1} - (u - x)) / u;
+            c = (Words(u) < Words(T{2}) ? x - (u - T{1}) : T{1} - (u - x)) / u;
         }
-        MaskOf<T> tiny = 0;
-        const Log1pReduced<T> reduced = Reduce(x, u, c, tiny);
-        const T f = reduced.f;
+        const auto carried = Bits(u) + C::carry1p;
+        const T f = Fraction<T>(carried, C::carry1p);
+        if (carried >> Layout<T>::mantissaBits == Layout<T>::bias) {
+            return Sum(f);
+        }
+        const T k = Exponent<T>(carried);
+        const T low = k * C::ln2Lo + c;
         const std::uint32_t shifted = Words(u) + (C::tinyWords1p - 1);
-        if (!tiny || (shifted & C::mantissaWord) >= C::tinyWords1p) {
-            return Next(Next(reduced));
+        if ((shifted & C::mantissaWord) < C::tinyWords1p) [[unlikely]] {
+            const T R = (T{1} - C::twoThirds * f) * ((f * T{0.5}) * f);
+            return (f - (R - low)) + k * C::ln2Hi;
         }
-        const T R = (T{1} - C::twoThirds * f) * ((f * T{0.5}) * f);
-        const T low = reduced.minusK * -C::ln2Lo + reduced.c;
-        return (f - (R - low)) + reduced.minusK * -C::ln2Hi;
+        return Sum(f, low) + k * C::ln2Hi;
     }
 
 private:
+    /// log(1 + f), and `low` if it is given.
+    template <class T>
+    static T Sum(T f, auto... low) {
+        const T s = f / (T{2} + f);
+        const T hfsq = (f * T{0.5}) * f;
+        return f - (hfsq - (low + ... + (s * (Polynomial(s * s) + hfsq))));
+    }
+
     template <Value V>
     static Log1pReduced<V> Reduce(V x, V u, V c, MaskOf<V>& rare) {
         using T = ElementOf<V>;
