@@ -14,6 +14,10 @@
 #ifndef NX_REAL_ATAN_HPP
 #define NX_REAL_ATAN_HPP
 
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
 #include "core/lanes.hpp"
 #include "real/degrees.hpp"
 
@@ -121,10 +125,6 @@ i32x4 AtanBoundsAbove(V a) {
 
 /// The row, by columns, of the break point that has so many bounds above it; lanes have minus that
 /// number.
-template <class T>
-AtanRow<T> AtanLookUp(const AtanRow<T> (&rows)[5], int above) {
-    return rows[4 - above];
-}
 inline AtanRow<f64x2> AtanLookUp(const AtanRow<double> (&rows)[5], const i32x4& above) {
     const auto row = [&](int lane) {
         __m128d both;
@@ -148,7 +148,7 @@ inline AtanRow<f32x4> AtanLookUp(const AtanRow<float> (&rows)[5], const i32x4& a
 
 /// Step 2.
 template <Value V>
-V AtanTurned(V a, const MaskOf<V>& above) {
+V AtanTurned(V a, const i32x4& above) {
     const AtanRow<V> point = AtanLookUp(atanBreakPoints<ElementOf<V>>, above);
     return (point.second * a - point.first) / (point.first * a + point.second);
 }
@@ -175,9 +175,34 @@ V AtanSeries(V t) {
 
 /// Step 4.
 template <Value V>
-V AtanSum(V t, const MaskOf<V>& above) {
+V AtanSum(V t, const i32x4& above) {
     const AtanRow<V> angle = AtanLookUp(AtanConstants<ElementOf<V>>::angles, above);
     return angle.first - ((AtanSeries(t) - angle.second) - t);
+}
+
+// One value. Branches wait less than look-ups.
+
+/// Steps 2 to 4 for one row.
+template <int row, class T>
+T AtanByRow(T a) {
+    constexpr AtanRow<T> point = atanBreakPoints<T>[row];
+    constexpr AtanRow<T> angle = AtanConstants<T>::angles[row];
+    const T t = point.second == 0
+                    ? -point.first / a
+                    : (point.second * a - point.first) / (point.first * a + point.second);
+    return angle.first - ((AtanSeries(t) - angle.second) - t);
+}
+
+/// atan(a) from the first bound on, by the word of a.
+template <class T>
+[[gnu::always_inline]] inline T AtanOfLarger(T a, std::uint32_t word) {
+    if (word >= Words(atanBounds<T>[3])) {
+        return AtanByRow<4>(a);
+    }
+    if (word >= Words(atanBounds<T>[2])) {
+        return AtanByRow<3>(a);
+    }
+    return word >= Words(atanBounds<T>[1]) ? AtanByRow<2>(a) : AtanByRow<1>(a);
 }
 
 struct AtanKernel {
@@ -212,23 +237,14 @@ struct AtanKernel {
 
     template <class T>
     static T Entry(T x) {
-        const std::int32_t ax = UpperWord(Abs(x));
-        if (ax >= UpperWord(T{0x1p66})) {
+        const std::uint32_t word = Words(x) & 0x7FFFFFFF;
+        if (word < Words(atanBounds<T>[0])) {
+            return word < Words(T{0x1p-29}) ? x : x - AtanSeries(x);
+        }
+        if (word >= Words(T{0x1p66})) {
             return x != x ? defaultNaN<T> : WithSignOf(Angles<T>::halfPi, x);
         }
-        if (ax < UpperWord(atanBounds<T>[0])) {
-            return ax < UpperWord(T{0x1p-29}) ? x : x - AtanSeries(x);
-        }
-        const T a = Abs(x);
-        // The table would give the same, but waits longer.
-        if (ax >= UpperWord(atanBounds<T>[3])) {
-            return WithSignOf(AtanSum(T{-1} / a, 0), x);
-        }
-        int above = 1;
-        for (int i = 1; i < 3; ++i) {
-            above += ax < UpperWord(atanBounds<T>[i]);
-        }
-        return WithSignOf(AtanSum(AtanTurned(a, above), above), x);
+        return std::copysign(T{1}, x) * AtanOfLarger(Abs(x), word);
     }
 };
 
@@ -273,6 +289,31 @@ struct Atan2Kernel {
 
     template <class T>
     static T Entry(T y, T x) {
+        if (!IsOrdinary(y, x)) [[unlikely]] {
+            return EntryOfRest(y, x);
+        }
+        const T quotient = Abs(y) / Abs(x);
+        const std::uint32_t word = Words(quotient);
+        const T z = word < Words(atanBounds<T>[0]) ? quotient - AtanSeries(quotient)
+                                                   : AtanOfLarger(quotient, word);
+        return std::copysign(x < 0 ? Angles<T>::pi - (z - Angles<T>::piLo) : z, y);
+    }
+
+private:
+    /// True for sides that are normal numbers and at most 2^50 (`float` 2^25) times one another.
+    template <class T>
+    static bool IsOrdinary(T y, T x) {
+        constexpr auto least = Pattern(std::numeric_limits<T>::min());
+        constexpr auto apart = Pattern(T{Floats<T> ? 0x1p25 : 0x1p50}) - Pattern(T{1});
+        const auto ofX = Bits(x) & (signBit<T> - 1);
+        const auto ofY = Bits(y) & (signBit<T> - 1);
+        return ofX - least < Pattern(infinity<T>) - least &&
+               ofY - least < Pattern(infinity<T>) - least && ofY - ofX + apart <= 2 * apart;
+    }
+
+    /// All others.
+    template <class T>
+    [[gnu::noinline]] static T EntryOfRest(T y, T x) {
         using C = Angles<T>;
         if (x != x || y != y) {
             return defaultNaN<T>;
@@ -305,7 +346,6 @@ struct Atan2Kernel {
         return Placed(x < 0 && exponents < -60 ? T{0} : KernelAtan(ay / ax), y, x);
     }
 
-private:
     /// Step 5, for an x other than -0.
     template <Value V>
     static V Placed(V z, V y, V x) {
