@@ -32,7 +32,7 @@ Complex<T> KernelComplexExp(T re, T im) {
         return {real::KernelExp(re), 0};
     }
     // Tiny values and 1 have results of their own.
-    if (!IsSizeIn(re, T{0x1p-20}, real::ExpConstants<T>::lanes) || Bits(re) == Pattern(T{1}))
+    if (!real::IsSizeIn(re, T{0x1p-20}, real::ExpConstants<T>::lanes) || Bits(re) == Pattern(T{1}))
         [[unlikely]] {
         return ExpOfAny(re, im);
     }

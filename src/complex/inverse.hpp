@@ -7,7 +7,6 @@
 
 #include <cmath>
 
-#include "complex/angle.hpp"
 #include "complex/basic.hpp"
 #include "complex/constants.hpp"
 #include "complex/sqrt.hpp"
@@ -18,6 +17,12 @@
 #include "real/log.hpp"
 
 namespace nx::complex {
+
+/// The angle of the point (x, y). In line, all of it would keep what follows in memory.
+template <class T>
+[[gnu::noinline]] T Angle(T y, T x) {
+    return real::KernelAtan2(y, x);
+}
 
 // A zero im of either sign is +0 in both roots.
 

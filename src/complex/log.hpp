@@ -9,9 +9,7 @@
 
 #include <cmath>
 
-#include "complex/angle.hpp"
 #include "complex/constants.hpp"
-#include "complex/magnitude.hpp"
 #include "complex/reduced_pair.hpp"
 #include "real/atan.hpp"
 #include "real/basic.hpp"
@@ -51,6 +49,34 @@ template <class T>
         return {real::KernelLog(Abs(re)), angle};
     }
     return {LogOfMagnitude(re, im), real::KernelAtan2(im, re)};
+}
+
+/// |y| / |x| turned back by the nearest break point of the arctangent, as a quotient not yet
+/// divided, and the angle of that point. The first one turns by nothing.
+template <class T>
+struct TurnedQuotient {
+    T upper, lower;
+    real::AtanRow<T> angle;
+};
+
+template <class T>
+TurnedQuotient<T> Turn(T x, T y) {
+    const T q = std::fabs(y) / std::fabs(x);
+    int row = 0;
+    for (const T bound : real::atanBounds<T>) {
+        row += Bits(q) >= Pattern(bound);
+    }
+    const auto& point = real::atanBreakPoints<T>[row];
+    return {point.second * q - point.first, point.first * q + point.second,
+            real::AtanConstants<T>::angles[row]};
+}
+
+/// The angle, from the quotient t and its series.
+template <class T>
+T AngleOf(const TurnedQuotient<T>& turned, T t, T series, T x, T y) {
+    using C = real::Angles<T>;
+    const T z = turned.angle.first - ((series - turned.angle.second) - t);
+    return std::copysign(x < 0 ? C::pi - (z - C::piLo) : z, y);
 }
 
 /// What the logarithm and the arctangent sum: their quotients, and their polynomials.
@@ -125,12 +151,12 @@ template <class T>
 /// im.
 template <class T>
 Complex<T> KernelComplexLog(T re, T im) {
-    if (!HasOrdinarySquares(re, im) || !HasOrdinaryAngle(re, im)) [[unlikely]] {
+    if (!real::HasOrdinarySquares(re, im) || !real::HasOrdinaryAngle(im, re)) [[unlikely]] {
         return LogOfAny(re, im);
     }
-    const T m = MagnitudeOfOrdinary(re, im);
+    const T m = real::HypotOfOrdinary(re, im);
     if (IsNearUnitCircle(m)) {
-        return {LogNearUnitCircle(re, im), Angle(im, re)};
+        return {LogNearUnitCircle(re, im), real::KernelAtan2(im, re)};
     }
     if (real::LogKernel::IsTiny(m)) [[unlikely]] {
         return LogOfAny(re, im);

@@ -10,15 +10,16 @@
 
 #include <type_traits>
 
-#include "complex/magnitude.hpp"
+#include "complex/constants.hpp"
 #include "core/lanes.hpp"
+#include "real/basic.hpp"
 #include "real/exp.hpp"
 #include "real/hyperbolic.hpp"
 #include "real/sine.hpp"
 
 namespace nx::complex {
 
-using namespace core;
+using real::PatternOfSize;
 
 /// One value in the lanes of x, another one in those of y.
 template <class T>
@@ -168,8 +169,8 @@ template <class T>
 template <class T>
 HyperbolicAndCircular<T> HyperbolicSineAndCosine(T x, T y) {
     // Tiny values and 1 have results of their own.
-    if (!IsSizeIn(x, T{0x1p-14}, real::oneExponential<T>) || PatternOfSize(x) == Pattern(T{1}))
-        [[unlikely]] {
+    if (!real::IsSizeIn(x, T{0x1p-14}, real::oneExponential<T>) ||
+        PatternOfSize(x) == Pattern(T{1})) [[unlikely]] {
         return EachByItself(x, y);
     }
     ReducedPair<T> pair(Abs(x), y);

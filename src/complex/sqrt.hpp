@@ -11,7 +11,6 @@
 
 #include "complex/basic.hpp"
 #include "complex/constants.hpp"
-#include "complex/magnitude.hpp"
 #include "real/basic.hpp"
 #include "real/hypot.hpp"
 
@@ -64,10 +63,10 @@ template <class T>
 
 template <class T>
 Complex<T> KernelComplexSqrt(T re, T im) {
-    if (!HasOrdinarySquares(re, im)) [[unlikely]] {
+    if (!real::HasOrdinarySquares(re, im)) [[unlikely]] {
         return SqrtOfAny(re, im);
     }
-    return RootOfLargerPart(LargerPart(MagnitudeOfOrdinary(re, im), re), re, im);
+    return RootOfLargerPart(LargerPart(real::HypotOfOrdinary(re, im), re), re, im);
 }
 
 } // namespace nx::complex

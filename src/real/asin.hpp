@@ -17,6 +17,7 @@
 #include "core/blocks.hpp"
 #include "core/lanes.hpp"
 #include "real/atan.hpp"
+#include "real/basic.hpp"
 
 namespace nx::real {
 
@@ -98,7 +99,7 @@ V AsinQuotient(V z4) {
 /// 2 * f of step 3.
 template <Value V>
 V AsinHead(V s2) {
-    return FromBits<V>(Bits(s2) & ~AsinConstants<ElementOf<V>>::lowBits);
+    return Masked(s2, ~AsinConstants<ElementOf<V>>::lowBits);
 }
 
 /// The phases before the last.
@@ -175,22 +176,23 @@ struct AsinKernel : AsinPhases {
 
     template <class T>
     static T Entry(T x) {
+        const std::uint32_t word = Words(x) & 0x7FFFFFFF;
+        if (word < Words(T{0.5})) {
+            return word < Words(T{0x1p-27}) ? x : x + AsinQuotient((x + x) * (x + x)) * x;
+        }
         const T a = Abs(x);
-        const std::int32_t ax = UpperWord(a);
-        if (ax >= UpperWord(T{1})) {
+        if (word >= Words(T{1})) {
             return a == 1 ? WithSignOf(Angles<T>::halfPi, x) : defaultNaN<T>;
         }
-        if (ax < UpperWord(T{0.5})) {
-            return ax < UpperWord(T{0x1p-27}) ? x : x + AsinQuotient((x + x) * (x + x)) * x;
-        }
+        const T sign = std::copysign(T{1}, x);
         const T z4 = T{2} - (a + a);
         const T s2 = std::sqrt(z4);
         const T product = AsinQuotient(z4) * s2;
-        if (ax >= UpperWord(AsinConstants<T>::headEnd)) {
-            return WithSignOf(Angles<T>::halfPi - ((product + s2) - Angles<T>::halfPiLo), x);
+        if (word >= Words(AsinConstants<T>::headEnd)) {
+            return sign * (Angles<T>::halfPi - ((product + s2) - Angles<T>::halfPiLo));
         }
         const T f2 = AsinHead(s2);
-        return WithSignOf(Middle(product, f2, (z4 - f2 * f2) / (s2 + f2)), x);
+        return sign * Middle(product, f2, (z4 - f2 * f2) / (s2 + f2));
     }
 
 private:
@@ -232,17 +234,18 @@ struct AcosKernel : AsinPhases {
     template <class T>
     static T Entry(T x) {
         using C = Angles<T>;
-        const T a = Abs(x);
-        if (Pattern(a) <= Pattern(T{0.5})) {
-            return a < T{0x1p-57}
+        const auto size = PatternOfSize(x);
+        if (size <= Pattern(T{0.5})) {
+            return size < Pattern(T{0x1p-57})
                        ? C::halfPi
                        : C::halfPi - (x - (C::halfPiLo - AsinQuotient((x + x) * (x + x)) * x));
         }
-        if (Pattern(a) < Pattern(T{1})) {
+        if (size < Pattern(T{1})) {
+            const T a = Abs(x);
             const T z4 = T{2} - (a + a);
             const T s2 = std::sqrt(z4);
             const T product = AsinQuotient(z4) * s2;
-            if (x < 0) {
+            if (UpperWord(x) < 0) {
                 return C::pi - (s2 + (product - 2 * C::halfPiLo));
             }
             const T f2 = AsinHead(s2);

@@ -19,6 +19,7 @@
 #include <limits>
 
 #include "core/lanes.hpp"
+#include "real/basic.hpp"
 #include "real/degrees.hpp"
 
 namespace nx::real {
@@ -254,6 +255,15 @@ T KernelAtan(T x) {
     return AtanKernel::Entry(x);
 }
 
+/// True for sides that are normal numbers and at most 2^50 (`float` 2^25) times one another.
+template <class T>
+bool HasOrdinaryAngle(T y, T x) {
+    constexpr T least = std::numeric_limits<T>::min();
+    constexpr auto apart = Pattern(T{Floats<T> ? 0x1p25 : 0x1p50}) - Pattern(T{1});
+    return IsSizeIn(x, least, infinity<T>) && IsSizeIn(y, least, infinity<T>) &&
+           PatternOfSize(y) - PatternOfSize(x) + apart <= 2 * apart;
+}
+
 struct Atan2Kernel {
     template <Value V>
     struct Argument {
@@ -289,7 +299,7 @@ struct Atan2Kernel {
 
     template <class T>
     static T Entry(T y, T x) {
-        if (!IsOrdinary(y, x)) [[unlikely]] {
+        if (!HasOrdinaryAngle(y, x)) [[unlikely]] {
             return EntryOfRest(y, x);
         }
         const T quotient = Abs(y) / Abs(x);
@@ -300,18 +310,7 @@ struct Atan2Kernel {
     }
 
 private:
-    /// True for sides that are normal numbers and at most 2^50 (`float` 2^25) times one another.
-    template <class T>
-    static bool IsOrdinary(T y, T x) {
-        constexpr auto least = Pattern(std::numeric_limits<T>::min());
-        constexpr auto apart = Pattern(T{Floats<T> ? 0x1p25 : 0x1p50}) - Pattern(T{1});
-        const auto ofX = Bits(x) & (signBit<T> - 1);
-        const auto ofY = Bits(y) & (signBit<T> - 1);
-        return ofX - least < Pattern(infinity<T>) - least &&
-               ofY - least < Pattern(infinity<T>) - least && ofY - ofX + apart <= 2 * apart;
-    }
-
-    /// All others.
+    /// No ordinary angle.
     template <class T>
     [[gnu::noinline]] static T EntryOfRest(T y, T x) {
         using C = Angles<T>;

@@ -4,6 +4,7 @@
 #define NX_REAL_BASIC_HPP
 
 #include <cmath>
+#include <concepts>
 #include <cstdint>
 #include <limits>
 #include <type_traits>
@@ -21,6 +22,18 @@ template <>
 inline constexpr double integerBound<double> = Pinned(4503599627370496.0, 0x4330000000000000);
 template <>
 inline constexpr float integerBound<float> = Pinned(8388608.0f, 0x4B000000);
+
+/// The bits of v that are in the mask. Those of a scalar are taken on lanes: the way through an
+/// integer register is longer.
+template <Value V>
+V Masked(V v, BitsOf<ElementOf<V>> mask) {
+    if constexpr (std::floating_point<V>) {
+        using L = Vector<V>;
+        return FromBits<L>(Bits(Broadcast<L>(v)) & BitsOf<L>{mask})[0];
+    } else {
+        return FromBits<V>(Bits(v) & mask);
+    }
+}
 
 /// The pattern of |x|: compared as an integer, it does not wait in line with the arithmetic.
 template <class T>

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "core/lanes.hpp"
+#include "real/basic.hpp"
 
 namespace nx::real {
 
@@ -57,7 +58,7 @@ struct HypotConstants<float> {
 /// A value with the bits of its lower half cleared.
 template <Value V>
 V UpperHalf(V v) {
-    return FromBits<V>(Bits(v) & HypotConstants<ElementOf<V>>::upperHalf);
+    return Masked(v, HypotConstants<ElementOf<V>>::upperHalf);
 }
 
 /// The upper halves that step 3 takes: of a, and of 2b.
@@ -92,6 +93,24 @@ struct Sides {
 template <Value V>
 Sides<V> Sort(V x, V y) {
     return {Greater(Abs(x), Abs(y)), Lesser(Abs(x), Abs(y))};
+}
+
+/// True only where no square leaves the normal range; false for a zero side.
+template <class T>
+bool HasOrdinarySquares(T x, T y) {
+    constexpr T low = static_cast<T>(Doubles<T> ? 0x1p-500 : 0x1p-50);
+    constexpr T high = static_cast<T>(Doubles<T> ? 0x1p490 : 0x1p50);
+    return IsSizeIn(x, low, high) && IsSizeIn(y, low, high);
+}
+
+/// The root for such sides. Those far apart need no test: see HypotKernel::Near.
+template <class T>
+T HypotOfOrdinary(T x, T y) {
+    const T ax = std::fabs(x);
+    const T ay = std::fabs(y);
+    const T a = ax > ay ? ax : ay;
+    const T b = ax > ay ? ay : ax;
+    return std::sqrt(SumOfSquares(a, b, Split(a, b)));
 }
 
 struct HypotKernel {
@@ -157,6 +176,12 @@ struct HypotKernel {
 
     template <class T>
     static T Entry(T x, T y) {
+        return HasOrdinarySquares(x, y) ? HypotOfOrdinary(x, y) : EntryOfRest(x, y);
+    }
+
+private:
+    template <class T>
+    [[gnu::noinline]] static T EntryOfRest(T x, T y) {
         using C = HypotConstants<T>;
         T a = Abs(x);
         T b = Abs(y);

@@ -113,7 +113,7 @@ V SumCosine(V head, V tail, V p) {
     const V half = z * T{0.5};
     // 0 below `splitFrom`. The fixed amount is more than any head / 4 before it. Rounded squares
     // tell the values next to either bound apart, so that z serves in place of the size.
-    const V quarter = FromBits<V>(Bits(head) & C::splitMask) * T{0.25};
+    const V quarter = Masked(head, C::splitMask) * T{0.25};
     const V fixed =
         Keep(Less(Broadcast<V>(C::splitFixed * C::splitFixed), z), Broadcast<V>(T{0.28125}));
     const V taken =
@@ -150,7 +150,7 @@ T KernelCos(T x, T y) {
     }
     // A NaN leaves its sign here.
     const bool isFixed = size > Pattern(C::splitFixed) && size <= Pattern(infinity<T>);
-    const T taken = isFixed ? T{0.28125} : FromBits<T>(Bits(x) & C::splitMask) * T{0.25};
+    const T taken = isFixed ? T{0.28125} : Masked(x, C::splitMask) * T{0.25};
     return (T{1} - taken) - ((half - taken) - r);
 }
 

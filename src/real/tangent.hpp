@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "core/lanes.hpp"
+#include "real/basic.hpp"
 #include "real/reduction.hpp"
 #include "real/sine.hpp"
 
@@ -90,7 +91,7 @@ V TangentRest(V x, V y, V polynomial) {
 
 template <Value V>
 V HighPart(V v) {
-    return FromBits<V>(Bits(v) & TangentConstants<ElementOf<V>>::highMask);
+    return Masked(v, TangentConstants<ElementOf<V>>::highMask);
 }
 
 /// -1 / (x + r) of step 3, from v = x + r and the quotient a of -1 and v.

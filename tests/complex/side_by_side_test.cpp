@@ -2,7 +2,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "complex/angle.hpp"
 #include "complex/exp.hpp"
 #include "complex/log.hpp"
 #include "complex/reduced_pair.hpp"
@@ -71,13 +70,6 @@ TYPED_TEST(SideBySide, IsOneByOne) {
         {"exp", KernelComplexExp<T>, ExpOfAny<T>},
         {"log", KernelComplexLog<T>, LogOfAny<T>},
         {"sqrt", KernelComplexSqrt<T>, SqrtOfAny<T>},
-        {"angle",
-         [](T y, T x) {
-             return Complex<T>{Angle(y, x), 0};
-         },
-         [](T y, T x) {
-             return Complex<T>{real::KernelAtan2(y, x), 0};
-         }},
         {"sinh and sine",
          [](T x, T y) {
              const auto all = HyperbolicSineAndCosine(x, y);
