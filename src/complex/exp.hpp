@@ -27,8 +27,9 @@ template <class T>
 }
 
 template <class T>
-Complex<T> KernelComplexExp(T re, T im) {
-    if (im == 0) {
+// Out of line its two parts would return through memory.
+[[gnu::always_inline]] inline Complex<T> KernelComplexExp(T re, T im) {
+    if (PatternOfSize(im) == 0) {
         return {real::KernelExp(re), 0};
     }
     // Tiny values and 1 have results of their own.

@@ -18,22 +18,50 @@
 
 namespace nx::complex {
 
+/// Whether (re1, im) and (re2, im) have ordinary squares.
+template <class T>
+bool HaveOrdinarySquares(T re1, T re2, T im) {
+    return real::HasOrdinarySquares(re1, im) && real::HasOrdinarySquares(re2, im);
+}
+
 /// The angle of the point (x, y). In line, all of it would keep what follows in memory.
 template <class T>
 [[gnu::noinline]] T Angle(T y, T x) {
     return real::KernelAtan2(y, x);
 }
 
-// A zero im of either sign is +0 in both roots.
+// Of the roots; a zero im of either sign is +0 in both.
+
+template <class T>
+[[gnu::always_inline]] inline Complex<T> AcosOfRoots(Complex<T> s1, Complex<T> s2) {
+    return {T{2} * Angle(s2.re, s1.re), real::KernelAsinh(s1.re * s2.im - s2.re * s1.im)};
+}
+
+template <class T>
+[[gnu::noinline]] Complex<T> AcosOfAny(T re, T im) {
+    return AcosOfRoots(SqrtOfAny(T{1} + re, T{0} + im), SqrtOfAny(T{1} - re, T{0} - im));
+}
 
 template <class T>
 Complex<T> KernelComplexAcos(T re, T im) {
     if (im == 0 && !(Abs(re) > 1)) {
         return {real::KernelAcos(re), 0};
     }
-    const Complex<T> s1 = KernelComplexSqrt(T{1} + re, T{0} + im);
-    const Complex<T> s2 = KernelComplexSqrt(T{1} - re, T{0} - im);
-    return {T{2} * Angle(s2.re, s1.re), real::KernelAsinh(s1.re * s2.im - s2.re * s1.im)};
+    if (!HaveOrdinarySquares(T{1} + re, T{1} - re, im)) [[unlikely]] {
+        return AcosOfAny(re, im);
+    }
+    const auto [s1, s2] = RootsOfOrdinary<T>({T{1} + re, im}, {T{1} - re, -im});
+    return AcosOfRoots(s1, s2);
+}
+
+template <class T>
+[[gnu::always_inline]] inline Complex<T> AcoshOfRoots(Complex<T> s1, Complex<T> s2) {
+    return {real::KernelAsinh(s1.im * s2.im + s2.re * s1.re), T{2} * Angle(s2.im, s1.re)};
+}
+
+template <class T>
+[[gnu::noinline]] Complex<T> AcoshOfAny(T re, T im) {
+    return AcoshOfRoots(SqrtOfAny(re + T{1}, im + T{0}), SqrtOfAny(re - T{1}, im + T{0}));
 }
 
 template <class T>
@@ -41,21 +69,34 @@ Complex<T> KernelComplexAcosh(T re, T im) {
     if (im == 0 && !(re < 1)) {
         return {real::KernelAcosh(re), 0};
     }
-    const Complex<T> s1 = KernelComplexSqrt(re + T{1}, im + T{0});
-    const Complex<T> s2 = KernelComplexSqrt(re - T{1}, im + T{0});
-    return {real::KernelAsinh(s1.im * s2.im + s2.re * s1.re), T{2} * Angle(s2.im, s1.re)};
+    if (!HaveOrdinarySquares(re + T{1}, re - T{1}, im)) [[unlikely]] {
+        return AcoshOfAny(re, im);
+    }
+    const auto [s1, s2] = RootsOfOrdinary<T>({re + T{1}, im}, {re - T{1}, im});
+    return AcoshOfRoots(s1, s2);
 }
 
+template <class T>
+[[gnu::noinline]] Complex<T> AsinOfAny(T re, T im) {
+    const Complex<T> s1 = SqrtOfAny(re + T{1}, im + T{0});
+    const Complex<T> s2 = SqrtOfAny(T{1} - re, T{0} - im);
+    const T p = elementwise::ComplexTimes(s2, s1).re;
+    const T q = elementwise::ComplexTimes(Complex<T>{s2.re, T{0} - s2.im}, s1).im;
+    return {Angle(re, p), real::KernelAsinh(q)};
+}
+
+/// The roots of ordinary values have finite products, and no part of them is zero.
 template <class T>
 Complex<T> KernelComplexAsin(T re, T im) {
     if (im == 0 && !(Abs(re) > 1)) {
         return {real::KernelAsin(re), 0};
     }
-    const Complex<T> s1 = KernelComplexSqrt(re + T{1}, im + T{0});
-    const Complex<T> s2 = KernelComplexSqrt(T{1} - re, T{0} - im);
-    const T p = elementwise::ComplexTimes(s2, s1).re;
-    const T q = elementwise::ComplexTimes(Complex<T>{s2.re, T{0} - s2.im}, s1).im;
-    return {Angle(re, p), real::KernelAsinh(q)};
+    if (!HaveOrdinarySquares(re + T{1}, T{1} - re, im)) [[unlikely]] {
+        return AsinOfAny(re, im);
+    }
+    const auto [s1, s2] = RootsOfOrdinary<T>({re + T{1}, im}, {T{1} - re, -im});
+    return {Angle(re, s2.re * s1.re - s2.im * s1.im),
+            real::KernelAsinh(s1.im * s2.re - s1.re * s2.im)};
 }
 
 /// The size of the real part of 1 / z, for z of the parts ax and ay without their signs.

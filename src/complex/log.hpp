@@ -150,7 +150,8 @@ template <class T>
 /// A negative re has the angle -pi for an im of -0. Callers to whom both zeros are one add +0 to
 /// im.
 template <class T>
-Complex<T> KernelComplexLog(T re, T im) {
+// Out of line its two parts would return through memory.
+[[gnu::always_inline]] inline Complex<T> KernelComplexLog(T re, T im) {
     if (!real::HasOrdinarySquares(re, im) || !real::HasOrdinaryAngle(im, re)) [[unlikely]] {
         return LogOfAny(re, im);
     }

@@ -20,11 +20,20 @@
 
 namespace nx::complex {
 
-/// exp(b * log a), with one angle for both sides of the cut.
+/// exp(b * log a) for the logarithm of a. The plain product is that of ComplexTimes unless a part is
+/// not finite, or both factors are real.
 template <class T>
-[[gnu::always_inline]] inline Complex<T> PowerByLogarithm(Complex<T> logA, Complex<T> b) {
-    const Complex<T> w = elementwise::ComplexTimes(logA, b);
-    return KernelComplexExp(w.re, w.im);
+[[gnu::noinline]] Complex<T> ExpOfProduct(T logRe, T logIm, T bRe, T bIm) {
+    T re = logRe * bRe - logIm * bIm;
+    T im = bIm * logRe + logIm * bRe;
+    if (PatternOfSize(logIm) == 0 || PatternOfSize(re) >= Pattern(infinity<T>) ||
+        PatternOfSize(im) >= Pattern(infinity<T>)) [[unlikely]] {
+        const Complex<T> w =
+            elementwise::ComplexTimes(Complex<T>{logRe, logIm}, Complex<T>{bRe, bIm});
+        re = w.re;
+        im = w.im;
+    }
+    return KernelComplexExp(re, im);
 }
 
 /// a to the power n, a whole number from 0 up, by squaring. n may be larger than any integer type,
@@ -47,6 +56,13 @@ template <class T>
     return r;
 }
 
+/// exp(b * log a), with one angle for both sides of the cut.
+template <class T>
+[[gnu::noinline]] Complex<T> PowerByLogarithm(Complex<T> a, Complex<T> b) {
+    const Complex<T> logA = KernelComplexLog(a.re, T{0} + a.im);
+    return ExpOfProduct(logA.re, logA.im, b.re, b.im);
+}
+
 template <class T>
 Complex<T> PowerOfRealExponent(T re, T im, T p) {
     const Complex<T> a{re, im};
@@ -58,10 +74,8 @@ Complex<T> PowerOfRealExponent(T re, T im, T p) {
     const T f = size - n;
     Complex<T> r = n != n ? Complex<T>{1, 0} : WholePower(a, n);
     if (f != 0) {
-        r = elementwise::ComplexTimes(
-            r, f == T{0.5}
-                   ? KernelComplexSqrt(a.re, a.im)
-                   : PowerByLogarithm(KernelComplexLog(a.re, T{0} + a.im), Complex<T>{f, 0}));
+        r = elementwise::ComplexTimes(r, f == T{0.5} ? KernelComplexSqrt(a.re, a.im)
+                                                     : PowerByLogarithm(a, Complex<T>{f, 0}));
     }
     return p < 0 ? elementwise::ComplexReciprocal(r) : r;
 }
@@ -84,7 +98,7 @@ Complex<T> KernelComplexPower(T aRe, T aIm, T bRe, T bIm) {
     if (logA.re < -largest<T> && !(b.re > largest<T>)&&real::IsInfinite(b.im)) {
         return complexNaN<T>;
     }
-    return PowerByLogarithm(logA, b);
+    return ExpOfProduct(logA.re, logA.im, b.re, b.im);
 }
 
 } // namespace nx::complex

@@ -69,6 +69,27 @@ Complex<T> KernelComplexSqrt(T re, T im) {
     return RootOfLargerPart(LargerPart(real::HypotOfOrdinary(re, im), re), re, im);
 }
 
+/// The roots of two values with ordinary squares, side by side.
+template <class T>
+struct TwoRoots {
+    Complex<T> first, second;
+};
+
+template <class T>
+[[gnu::always_inline]] inline TwoRoots<T> RootsOfOrdinary(Complex<T> z, Complex<T> w) {
+    using V = Vector<T>;
+    const V re = V{z.re, w.re};
+    const V im = V{z.im, w.im};
+    const auto [a, b] = real::Sort(re, im);
+    const V m = Sqrt(real::SumOfSquares(a, b, real::Split(a, b)));
+    const V larger = Sqrt(m * T{0.5} + Abs(re) * T{0.5});
+    const V other = (Abs(im) / larger) * T{0.5};
+    const MaskOf<V> isPositive = Less(V{}, re);
+    const V x = Select(isPositive, larger, other);
+    const V y = WithSignOf(Select(isPositive, other, larger), im);
+    return {{x[0], y[0]}, {x[1], y[1]}};
+}
+
 } // namespace nx::complex
 
 #endif

@@ -105,7 +105,7 @@ bool HasOrdinarySquares(T x, T y) {
 
 /// The root for such sides. Those far apart need no test: see HypotKernel::Near.
 template <class T>
-T HypotOfOrdinary(T x, T y) {
+[[gnu::always_inline]] inline T HypotOfOrdinary(T x, T y) {
     const T ax = std::fabs(x);
     const T ay = std::fabs(y);
     const T a = ax > ay ? ax : ay;
