@@ -3,7 +3,9 @@
 #include <numbers>
 
 #include "complex/exp.hpp"
+#include "complex/inverse.hpp"
 #include "complex/log.hpp"
+#include "complex/power.hpp"
 #include "complex/reduced_pair.hpp"
 #include "complex/sqrt.hpp"
 #include "support/same.hpp"
@@ -70,6 +72,14 @@ TYPED_TEST(SideBySide, IsOneByOne) {
         {"exp", KernelComplexExp<T>, ExpOfAny<T>},
         {"log", KernelComplexLog<T>, LogOfAny<T>},
         {"sqrt", KernelComplexSqrt<T>, SqrtOfAny<T>},
+        {"acos", KernelComplexAcos<T>, AcosOfAny<T>},
+        {"acosh", KernelComplexAcosh<T>, AcoshOfAny<T>},
+        {"asin", KernelComplexAsin<T>, AsinOfAny<T>},
+        {"exp of a product", [](T re, T im) { return ExpOfProduct(re, im, T{1.5}, T{-0.75}); },
+         [](T re, T im) {
+             const auto w = elementwise::ComplexTimes<T>({re, im}, {T{1.5}, T{-0.75}});
+             return w.im == 0 ? Complex<T>{real::KernelExp(w.re), 0} : ExpOfAny(w.re, w.im);
+         }},
         {"sinh and sine",
          [](T x, T y) {
              const auto all = HyperbolicSineAndCosine(x, y);

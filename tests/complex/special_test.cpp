@@ -2,6 +2,7 @@
 // infinities and NaN, and the ends of the ranges.
 #include <complex>
 #include <numbers>
+#include <type_traits>
 
 #include <nx/flat.h>
 
@@ -21,51 +22,37 @@ struct Named {
     void (*call)(T, T, T*, T*);
 };
 
+/// The flat entries of a type.
 template <class T>
-struct Flat;
-
-template <>
-struct Flat<double> {
-    using Record = nxDoubleComplex;
-    static constexpr Named<double> sign{"Sign", nxDoubleComplexScalarSign},
-        sqrt{"Sqrt", nxDoubleComplexScalarSqrt}, exp{"Exp", nxDoubleComplexScalarExp},
-        log{"Log", nxDoubleComplexScalarLog}, sin{"Sin", nxDoubleComplexScalarSin},
-        cos{"Cos", nxDoubleComplexScalarCos}, tan{"Tan", nxDoubleComplexScalarTan},
-        sinh{"Sinh", nxDoubleComplexScalarSinh}, cosh{"Cosh", nxDoubleComplexScalarCosh},
-        tanh{"Tanh", nxDoubleComplexScalarTanh}, acos{"Acos", nxDoubleComplexScalarAcos},
-        acosh{"Acosh", nxDoubleComplexScalarAcosh}, asin{"Asin", nxDoubleComplexScalarAsin},
-        asinh{"Asinh", nxDoubleComplexScalarAsinh}, atan{"Atan", nxDoubleComplexScalarAtan};
-    static constexpr auto abs = nxDoubleComplexScalarAbs;
-    static constexpr auto hypot = nxDoubleComplexScalarHypot;
-    static constexpr auto isFinite = nxDoubleComplexScalarIsFinite;
-    static constexpr auto isInf = nxDoubleComplexScalarIsInf;
-    static constexpr auto isNaN = nxDoubleComplexScalarIsNaN;
-    static constexpr auto multiply = nxDoubleComplexScalarMultiply;
-    static constexpr auto cos2 = nxDoubleComplexScalarCos2;
-    static constexpr auto sinCos = nxDoubleComplexScalarSinCos;
-    static constexpr auto power = nxDoubleComplexScalarPower;
-};
-
-template <>
-struct Flat<float> {
-    using Record = nxSingleComplex;
-    static constexpr Named<float> sign{"Sign", nxSingleComplexScalarSign},
-        sqrt{"Sqrt", nxSingleComplexScalarSqrt}, exp{"Exp", nxSingleComplexScalarExp},
-        log{"Log", nxSingleComplexScalarLog}, sin{"Sin", nxSingleComplexScalarSin},
-        cos{"Cos", nxSingleComplexScalarCos}, tan{"Tan", nxSingleComplexScalarTan},
-        sinh{"Sinh", nxSingleComplexScalarSinh}, cosh{"Cosh", nxSingleComplexScalarCosh},
-        tanh{"Tanh", nxSingleComplexScalarTanh}, acos{"Acos", nxSingleComplexScalarAcos},
-        acosh{"Acosh", nxSingleComplexScalarAcosh}, asin{"Asin", nxSingleComplexScalarAsin},
-        asinh{"Asinh", nxSingleComplexScalarAsinh}, atan{"Atan", nxSingleComplexScalarAtan};
-    static constexpr auto abs = nxSingleComplexScalarAbs;
-    static constexpr auto hypot = nxSingleComplexScalarHypot;
-    static constexpr auto isFinite = nxSingleComplexScalarIsFinite;
-    static constexpr auto isInf = nxSingleComplexScalarIsInf;
-    static constexpr auto isNaN = nxSingleComplexScalarIsNaN;
-    static constexpr auto multiply = nxSingleComplexScalarMultiply;
-    static constexpr auto cos2 = nxSingleComplexScalarCos2;
-    static constexpr auto sinCos = nxSingleComplexScalarSinCos;
-    static constexpr auto power = nxSingleComplexScalarPower;
+struct Flat {
+    using Record = std::conditional_t<sizeof(T) == 8, nxDoubleComplex, nxSingleComplex>;
+    static constexpr Named<T> sign{"Sign",
+                                   Of<T>(nxDoubleComplexScalarSign, nxSingleComplexScalarSign)},
+        sqrt{"Sqrt", Of<T>(nxDoubleComplexScalarSqrt, nxSingleComplexScalarSqrt)},
+        exp{"Exp", Of<T>(nxDoubleComplexScalarExp, nxSingleComplexScalarExp)},
+        log{"Log", Of<T>(nxDoubleComplexScalarLog, nxSingleComplexScalarLog)},
+        sin{"Sin", Of<T>(nxDoubleComplexScalarSin, nxSingleComplexScalarSin)},
+        cos{"Cos", Of<T>(nxDoubleComplexScalarCos, nxSingleComplexScalarCos)},
+        tan{"Tan", Of<T>(nxDoubleComplexScalarTan, nxSingleComplexScalarTan)},
+        sinh{"Sinh", Of<T>(nxDoubleComplexScalarSinh, nxSingleComplexScalarSinh)},
+        cosh{"Cosh", Of<T>(nxDoubleComplexScalarCosh, nxSingleComplexScalarCosh)},
+        tanh{"Tanh", Of<T>(nxDoubleComplexScalarTanh, nxSingleComplexScalarTanh)},
+        acos{"Acos", Of<T>(nxDoubleComplexScalarAcos, nxSingleComplexScalarAcos)},
+        acosh{"Acosh", Of<T>(nxDoubleComplexScalarAcosh, nxSingleComplexScalarAcosh)},
+        asin{"Asin", Of<T>(nxDoubleComplexScalarAsin, nxSingleComplexScalarAsin)},
+        asinh{"Asinh", Of<T>(nxDoubleComplexScalarAsinh, nxSingleComplexScalarAsinh)},
+        atan{"Atan", Of<T>(nxDoubleComplexScalarAtan, nxSingleComplexScalarAtan)};
+    static constexpr auto abs = Of<T>(nxDoubleComplexScalarAbs, nxSingleComplexScalarAbs);
+    static constexpr auto hypot = Of<T>(nxDoubleComplexScalarHypot, nxSingleComplexScalarHypot);
+    static constexpr auto isFinite =
+        Of<T>(nxDoubleComplexScalarIsFinite, nxSingleComplexScalarIsFinite);
+    static constexpr auto isInf = Of<T>(nxDoubleComplexScalarIsInf, nxSingleComplexScalarIsInf);
+    static constexpr auto isNaN = Of<T>(nxDoubleComplexScalarIsNaN, nxSingleComplexScalarIsNaN);
+    static constexpr auto multiply =
+        Of<T>(nxDoubleComplexScalarMultiply, nxSingleComplexScalarMultiply);
+    static constexpr auto cos2 = Of<T>(nxDoubleComplexScalarCos2, nxSingleComplexScalarCos2);
+    static constexpr auto sinCos = Of<T>(nxDoubleComplexScalarSinCos, nxSingleComplexScalarSinCos);
+    static constexpr auto power = Of<T>(nxDoubleComplexScalarPower, nxSingleComplexScalarPower);
 };
 
 template <class T>
