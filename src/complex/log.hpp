@@ -110,27 +110,9 @@ inline QuotientsAndSeries<double> DivideAndSum(double logUpper, double logLower,
 /// In `float` the polynomials are too short to gain.
 inline QuotientsAndSeries<float> DivideAndSum(float logUpper, float logLower, float angleUpper,
                                               float angleLower) {
-    using L = real::LogConstants<float>;
     const float s = logUpper / logLower;
     const float t = angleUpper / angleLower;
-    const float z = s * s;
-    const float w = z * z;
-    return {s, t, (L::L4 * w + L::L2) * w + (w * L::L3 + L::L1) * z, real::AtanSeries(t)};
-}
-
-/// The sum of real::LogKernel, with a branch where that selects.
-inline double SumOfLog(double f, double s, double k, double series) {
-    using C = real::LogConstants<double>;
-    if (f < C::rootLow || C::rootHigh <= f) {
-        const double minusHalfSquare = (f * -0.5) * f;
-        const double product = s * (series - minusHalfSquare);
-        return k * C::ln2Hi + ((minusHalfSquare + (product + k * C::ln2Lo)) + f);
-    }
-    return k * C::ln2Hi + ((s * (series - f) + k * C::ln2Lo) + f);
-}
-inline float SumOfLog(float f, float s, float k, float series) {
-    using C = real::LogConstants<float>;
-    return k * C::ln2Hi - ((s * (f - series) - k * C::ln2Lo) - f);
+    return {s, t, real::LogKernel::Series(s), real::AtanSeries(t)};
 }
 
 /// log m and the angle of the point (x, y), which is an ordinary one, for a normal m that the
@@ -144,7 +126,7 @@ template <class T>
 
     const TurnedQuotient<T> angle = Turn(x, y);
     const auto [s, t, logSeries, angleSeries] = DivideAndSum(f, T{2} + f, angle.upper, angle.lower);
-    return {SumOfLog(f, s, k, logSeries), AngleOf(angle, t, angleSeries, x, y)};
+    return {real::LogKernel::Sum(m, {f, s, k}, logSeries), AngleOf(angle, t, angleSeries, x, y)};
 }
 
 /// A negative re has the angle -pi for an im of -0. Callers to whom both zeros are one add +0 to

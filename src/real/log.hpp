@@ -60,8 +60,10 @@ struct LogConstants<double> {
     static constexpr std::uint32_t tinyWords1p = 4;
     static constexpr std::uint32_t tinyWord = 0x3EC00000;
 
-    /// The form near sqrt(2) serves mantissas from 0x6147A to 0x6B851 in the upper word: f from
+    /// The form near sqrt(2) serves mantissas from the first to the last in the upper word: f from
     /// `rootHigh` on, and f below `rootLow` where the carry has halved 1 + f.
+    static constexpr std::uint32_t rootFirst = 0x6147A;
+    static constexpr std::uint32_t rootLast = 0x6B851;
     static constexpr double rootHigh = 0x1.6147Ap0 - 1;
     static constexpr double rootLow = 0x1.6B852p-1 - 1;
 
@@ -255,15 +257,20 @@ struct LogKernel {
         return x.k * C::ln2Hi + ((minusH + (product + x.k * C::ln2Lo)) + x.f);
     }
 
+    template <Floats V>
+    static V Series(V s) {
+        using C = LogConstants<float>;
+        const V z = s * s;
+        const V w = z * z;
+        return (C::L4 * w + C::L2) * w + (w * C::L3 + C::L1) * z;
+    }
+
     /// In `float` the bounds of the form near the root are crossed, so that none is: putting them
     /// in order would change last places.
     template <Floats V>
     static V Next(const LogReduced<V>& x) {
         using C = LogConstants<float>;
-        const V z = x.s * x.s;
-        const V w = z * z;
-        const V R = (C::L4 * w + C::L2) * w + (w * C::L3 + C::L1) * z;
-        return x.k * C::ln2Hi - ((x.s * (x.f - R) - x.k * C::ln2Lo) - x.f);
+        return x.k * C::ln2Hi - ((x.s * (x.f - Series(x.s)) - x.k * C::ln2Lo) - x.f);
     }
 
     /// The sum for a tiny f.
@@ -303,32 +310,28 @@ struct LogKernel {
         return OfNormal(x, Reduce(x));
     }
 
-    /// The sum of one value, with the series of s: branches wait less.
-    static double Sum(double f, double s, double k, double series, bool isNearRoot) {
+    /// What `Next` gives for one normal x, with the series of s. A branch waits less.
+    static double Sum(double x, const LogReduced<double>& reduced, double series) {
         using C = LogConstants<double>;
-        if (isNearRoot) {
+        const auto& [f, s, k] = reduced;
+        if ((Words(x) & C::mantissaWord) - C::rootFirst <= C::rootLast - C::rootFirst) {
             const double minusHalfSquare = (f * -0.5) * f;
             const double product = s * (series - minusHalfSquare);
             return k * C::ln2Hi + ((minusHalfSquare + (product + k * C::ln2Lo)) + f);
         }
         return k * C::ln2Hi + ((s * (series - f) + k * C::ln2Lo) + f);
     }
+    static float Sum(float, const LogReduced<float>& reduced, float series) {
+        using C = LogConstants<float>;
+        const auto& [f, s, k] = reduced;
+        return k * C::ln2Hi - ((s * (f - series) - k * C::ln2Lo) - f);
+    }
 
 private:
     /// One positive and normal value.
     template <class T>
     static T OfNormal(T x, const LogReduced<T>& reduced) {
-        using C = LogConstants<T>;
-        const auto& [f, s, k] = reduced;
-        if (IsTiny(x)) {
-            return TwoTerms(f, k);
-        }
-        if constexpr (Floats<T>) {
-            return Next(reduced);
-        } else {
-            const std::uint32_t m = Words(x) & C::mantissaWord;
-            return Sum(f, s, k, Series(s), m - 0x6147A <= 0x6B851 - 0x6147A);
-        }
+        return IsTiny(x) ? TwoTerms(reduced.f, reduced.k) : Sum(x, reduced, Series(reduced.s));
     }
 
     /// A subnormal or special value.
