@@ -67,6 +67,8 @@ struct SignRule {
         if constexpr (std::same_as<T, short>) {
             const __m128i notAbove = _mm_min_epi16((__m128i)a, _mm_set1_epi16(1));
             return (Block<T>)_mm_max_epi16(notAbove, _mm_set1_epi16(-1));
+        } else if constexpr (std::same_as<T, int>) {
+            return (a >> 31) - (Block<T>)(a > b);
         } else if constexpr (isSigned<T>) {
             return (Block<T>)(a < b) - (Block<T>)(a > b);
         } else {
