@@ -207,7 +207,8 @@ Spread<T, f64x2> ToDoubles(Block<T> v) {
     return spread;
 }
 
-/// Twice the values, without their fractions.
+/// Twice the values, without their fractions: half of that, rounded away from zero, is the nearest
+/// integer.
 template <Narrow T>
 Words<T> TwiceCutOff(const Spread<T, f64x2>& v) {
     Words<T> words;
@@ -219,7 +220,8 @@ Words<T> TwiceCutOff(const Spread<T, f64x2>& v) {
     return words;
 }
 
-/// The elements of a block as `float`; a signed T by the power of two that `SpreadWords` makes of it.
+/// The elements of a block as `float`; of a signed T, times the power of two by which `SpreadWords`
+/// shifts them.
 template <Narrow T>
 requires(sizeof(T) < 4) Spread<T, f32x4> ToScaledFloats(Block<T> v) {
     const Words<T> words = SpreadWords<T>(v);
@@ -230,14 +232,15 @@ requires(sizeof(T) < 4) Spread<T, f32x4> ToScaledFloats(Block<T> v) {
     return spread;
 }
 
-// To the nearest integers, halves away from zero, and saturated. False if lanes do not serve some of
-// the values: NaN, and what is far beyond a range below 32 bits.
+// To the nearest integers, halves away from zero, and saturated. False if lanes do not serve some
+// of the values: NaN, and what is far beyond a range below 32 bits.
 
 template <Narrow T>
 requires(sizeof(T) == 1)
     [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
     const Words<T> twice = TwiceCutOff<T>(v);
     const auto half = [&](int j) {
+        // The shift rounds down.
         const __m128i n = _mm_packs_epi32(twice.part[j], twice.part[j + 1]);
         const __m128i positive = _mm_cmpgt_epi16(n, __m128i{});
         return (Block<Wider<T>>)_mm_srai_epi16(_mm_subs_epi16(n, positive), 1);
@@ -285,12 +288,11 @@ requires std::same_as<T, unsigned int>
     const auto round = [](f64x2 x) {
         // This order of the operands gives 0 for a NaN.
         const f64x2 bounded = Lesser(Broadcast<f64x2>(hi<T>), Greater(f64x2{}, x));
-        // Conversions reach no further than 2^31. The lower bits of these sums are the nearest integer,
-        // the even one from a half, and one more than it, the odd one from a half.
+        // Conversions reach no further than 2^31. The lower bits of these sums are the nearest
+        // integer, from a half the even one; and one more than that, from a half an odd number.
         const auto even = (__m128i)(bounded + 0x1p52);
         const auto odd = (__m128i)(bounded + (0x1p52 + 1));
-        // Together, from a half, they are twice the upper integer, and else one more than twice the
-        // nearest.
+        // Their sum is one more than twice the nearest integer, from a half twice the upper one.
         return (__m128)_mm_srli_epi64(_mm_add_epi64(even, odd), 1);
     };
     result = (Block<T>)_mm_shuffle_ps(round(v.part[0]), round(v.part[1]), _MM_SHUFFLE(2, 0, 2, 0));

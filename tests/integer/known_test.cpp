@@ -21,8 +21,8 @@ constexpr auto mod = [](auto... x) { nx::IntVectorMod(x...); };
 constexpr auto power = [](auto... x) { nx::IntVectorPower(x...); };
 constexpr auto rdivide = [](auto... x) { nx::IntVectorRdivide(x...); };
 
-// Rows of one family over T: the operands and the result, for an array of `double`, for one `double`
-// that serves the whole array, or for each in turn.
+// Rows of one family over T: the operands and the result, for an array of `double`, for one
+// `double` that serves the whole array, or for each in turn.
 
 using Kinds = std::initializer_list<As>;
 constexpr Kinds array = {As::array};

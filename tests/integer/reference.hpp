@@ -249,8 +249,8 @@ struct ChoiceFamily {
         call(x...);
     }
 
-    /// Whether b is taken and not a, of these magnitudes. Of equal magnitudes, the value is taken that
-    /// would not be taken by value.
+    /// Whether b is taken and not a, of these magnitudes. Equal ones leave the choice to the values,
+    /// the other way round.
     template <class V>
     static bool Takes(V a, V b, V sizeA, V sizeB, bool ifEqual) {
         if (by == By::magnitude && sizeA != sizeB) {
