@@ -72,8 +72,9 @@ Numbers RiseToTheNorth(Grid& grid) {
 }
 
 /// The brightness of every height beside that of level ground, without the sky: 1 where it is
-/// level, 0 where the light does not reach. It is the cosine of the angle between the light and the
-/// upright of the ground: sin(altitude) cos(slope) + cos(altitude) sin(slope) cos(azimuth - aspect).
+/// level, 0 where the light does not reach. It is the cosine of the angle between the light and
+/// the upright of the ground:
+/// sin(altitude) cos(slope) + cos(altitude) sin(slope) cos(azimuth - aspect).
 Numbers Shade(Grid& grid, Light light) {
     const unsigned long count = grid.heights.size();
     Numbers east = RiseToTheEast(grid);

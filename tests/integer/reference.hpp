@@ -249,7 +249,7 @@ struct ChoiceFamily {
         call(x...);
     }
 
-    /// Whether b is taken and not a, of these magnitudes. Equal ones leave the choice to the values,
+    /// Whether b is taken and not a, of these magnitudes. Equal ones leave it to the values,
     /// the other way round.
     template <class V>
     static bool Takes(V a, V b, V sizeA, V sizeB, bool ifEqual) {
