@@ -74,7 +74,7 @@ struct Quotient : CollapsesIntegers {
     }
 
     template <Narrow T>
-    static Block<T> Blocks(Block<T> a, Block<T> b) {
+    [[gnu::always_inline]] static Block<T> Blocks(Block<T> a, Block<T> b) {
         const Block<T> rounded = RoundedQuotients<T>(a, b);
         const auto byZero = (__m128i)(b == 0);
         if (_mm_movemask_epi8(byZero) == 0) [[likely]] {
@@ -86,7 +86,7 @@ struct Quotient : CollapsesIntegers {
 
 private:
     template <Narrow T>
-    static Block<T> RoundedQuotients(Block<T> a, Block<T> b) {
+    [[gnu::always_inline]] static Block<T> RoundedQuotients(Block<T> a, Block<T> b) {
         if constexpr (std::same_as<T, unsigned int>) {
             Spread<T, f64x2> quotients = ToDoubles<T>(a);
             const Spread<T, f64x2> divisors = ToDoubles<T>(b);

@@ -192,23 +192,20 @@ template <class R, class T, class A, class B>
 [[gnu::noinline]] void AlignedLoop(T* dst, A a, B b, unsigned long count) {
     const auto operandsA = a.Operands();
     const auto operandsB = b.Operands();
-    const auto block = [&](unsigned long i) {
-        return StoreResults<R>(dst + i, operandsA(i), operandsB(i));
-    };
     unsigned long i = 0;
-    if constexpr (std::is_void_v<decltype(block(i))>) {
-        constexpr unsigned long group = R::isShort ? 4 : 1;
-        for (; count - i >= group * lanes<T>; i += group * lanes<T>) {
-            for (unsigned long j = 0; j < group; ++j) {
-                block(i + j * lanes<T>);
+    if constexpr (std::same_as<decltype(operandsA(i)), decltype(operandsB(i))>) {
+        constexpr unsigned long group = (R::isShort ? 4 : 1) * lanes<T>;
+        for (; count - i >= group; i += group) {
+            for (unsigned long j = i; j < i + group; j += lanes<T>) {
+                StoreResults<R>(dst + j, operandsA(j), operandsB(j));
             }
         }
         for (; count - i >= lanes<T>; i += lanes<T>) {
-            block(i);
+            StoreResults<R>(dst + i, operandsA(i), operandsB(i));
         }
     } else {
         for (; count - i >= lanes<T>; i += lanes<T>) {
-            if (!block(i)) [[unlikely]] {
+            if (!StoreResults<R>(dst + i, operandsA(i), operandsB(i))) [[unlikely]] {
                 Elements<R>(dst, a, b, i, lanes<T>);
             }
         }

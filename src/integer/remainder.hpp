@@ -26,7 +26,8 @@ inline __m128i MultiplyWords(__m128i a, __m128i b) {
 
 /// a - b * t for the truncated quotient t.
 template <Narrow T>
-requires(sizeof(T) == 4) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
+requires(sizeof(T) == 4)
+    [[gnu::always_inline]] inline Block<T> TruncatedRest(Block<T> a, Block<T> b) {
     const auto n = ToDoubles<T>(a);
     const auto d = ToDoubles<T>(b);
     const f64x2 quotient[2] = {n.part[0] / d.part[0], n.part[1] / d.part[1]};
@@ -46,7 +47,8 @@ requires(sizeof(T) == 4) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
     }
 }
 template <Narrow T>
-requires(sizeof(T) < 4) Block<T> TruncatedRest(Block<T> a, Block<T> b) {
+requires(sizeof(T) < 4)
+    [[gnu::always_inline]] inline Block<T> TruncatedRest(Block<T> a, Block<T> b) {
     const Spread<T, f32x4> dividends = ToScaledFloats<T>(a);
     const Spread<T, f32x4> divisors = ToScaledFloats<T>(b);
     const auto quotient = [&](int j) {
@@ -101,7 +103,7 @@ struct Rem : CollapsesIntegers {
     }
 
     template <Narrow T>
-    static Block<T> Blocks(Block<T> a, Block<T> b) {
+    [[gnu::always_inline]] static Block<T> Blocks(Block<T> a, Block<T> b) {
         return (Block<T>)_mm_andnot_si128((__m128i)(b == 0), (__m128i)TruncatedRest<T>(a, b));
     }
 };
@@ -163,7 +165,7 @@ struct Mod : CollapsesIntegers {
     }
 
     template <Narrow T>
-    static Block<T> Blocks(Block<T> a, Block<T> b) {
+    [[gnu::always_inline]] static Block<T> Blocks(Block<T> a, Block<T> b) {
         const Block<T> rest = TruncatedRest<T>(a, b);
         if constexpr (isSigned<T>) {
             const auto differ = (Block<T>)((rest ^ b) < 0);
