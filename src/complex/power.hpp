@@ -20,6 +20,8 @@
 
 namespace nx::complex {
 
+// Out of line parts are passed one by one: in pairs they would go through memory.
+
 /// exp(b * log a) for the logarithm of a. The plain product is that of ComplexTimes unless a part is
 /// not finite, or both factors are real.
 template <class T>
@@ -28,77 +30,85 @@ template <class T>
     T im = bIm * logRe + logIm * bRe;
     if (PatternOfSize(logIm) == 0 || PatternOfSize(re) >= Pattern(infinity<T>) ||
         PatternOfSize(im) >= Pattern(infinity<T>)) [[unlikely]] {
-        const Complex<T> w =
-            elementwise::ComplexTimes(Complex<T>{logRe, logIm}, Complex<T>{bRe, bIm});
+        const Complex<T> w = elementwise::ComplexTimes<T>({logRe, logIm}, {bRe, bIm});
         re = w.re;
         im = w.im;
     }
     return KernelComplexExp(re, im);
 }
 
+/// a to the power b by the logarithm, with one angle for both sides of the cut.
+template <class T>
+[[gnu::noinline]] Complex<T> PowerByLogarithm(T aRe, T aIm, T bRe, T bIm) {
+    const Complex<T> logA = KernelComplexLog(aRe, T{0} + aIm);
+    if (logA.re < -largest<T> && !(bRe > largest<T>)&&real::IsInfinite(bIm)) {
+        return complexNaN<T>;
+    }
+    return ExpOfProduct(logA.re, logA.im, bRe, bIm);
+}
+
 /// a to the power n, a whole number from 0 up, by squaring. n may be larger than any integer type,
 /// but is even then.
-template <class T>
-[[gnu::always_inline]] inline Complex<T> WholePower(Complex<T> a, T n) {
+template <class T, class Product>
+[[gnu::always_inline]] inline Complex<T> WholePower(Complex<T> a, T n, Product times) {
     for (; n >= T{0x1p62}; n *= T{0.5}) {
-        a = elementwise::ComplexTimes(a, a);
+        a = times(a, a);
     }
     Complex<T> r{1, 0};
     for (auto bits = static_cast<std::int64_t>(n); bits != 0;) {
         if (bits % 2 != 0) {
-            r = elementwise::ComplexTimes(a, r);
+            r = times(a, r);
         }
         bits /= 2;
         if (bits != 0) { // the square after the last bit is not used
-            a = elementwise::ComplexTimes(a, a);
+            a = times(a, a);
         }
     }
     return r;
 }
 
-/// exp(b * log a), with one angle for both sides of the cut.
+/// All powers by a finite real exponent.
 template <class T>
-[[gnu::noinline]] Complex<T> PowerByLogarithm(Complex<T> a, Complex<T> b) {
-    const Complex<T> logA = KernelComplexLog(a.re, T{0} + a.im);
-    return ExpOfProduct(logA.re, logA.im, b.re, b.im);
-}
-
-template <class T>
-Complex<T> PowerOfRealExponent(T re, T im, T p) {
+[[gnu::noinline]] Complex<T> PowerOfRealExponent(T re, T im, T p) {
     const Complex<T> a{re, im};
     if (p == 0) {
-        return IsNaN(a.re, a.im) ? complexNaN<T> : Complex<T>{1, 0};
+        return IsNaN(re, im) ? complexNaN<T> : Complex<T>{1, 0};
     }
     const T size = Abs(p);
     const T n = real::RoundToInteger<real::Rounding::towardZero>(size);
     const T f = size - n;
-    Complex<T> r = n != n ? Complex<T>{1, 0} : WholePower(a, n);
+    Complex<T> r = n != n ? Complex<T>{1, 0} : WholePower(a, n, elementwise::ComplexTimes<T>);
     if (f != 0) {
-        r = elementwise::ComplexTimes(r, f == T{0.5} ? KernelComplexSqrt(a.re, a.im)
-                                                     : PowerByLogarithm(a, Complex<T>{f, 0}));
+        r = elementwise::ComplexTimes(r, f == T{0.5} ? KernelComplexSqrt(re, im)
+                                                     : PowerByLogarithm(re, im, f, T{0}));
     }
     return p < 0 ? elementwise::ComplexReciprocal(r) : r;
 }
 
-/// a to the power b. Parts are passed one by one: in pairs they would go through memory.
+/// Whether the exponent is a whole number from 1 to 16, and no product on the way to the power can
+/// overflow.
+template <class T>
+bool IsSmallWholePower(T re, T im, T p) {
+    constexpr T high = Doubles<T> ? T{0x1p60} : T{0x1p7f};
+    return p >= 1 && p <= 16 && p == static_cast<T>(static_cast<int>(p)) &&
+           PatternOfSize(re) < Pattern(high) && PatternOfSize(im) < Pattern(high);
+}
+
+/// a to the power b.
 template <class T>
 Complex<T> KernelComplexPower(T aRe, T aIm, T bRe, T bIm) {
     const Complex<T> a{aRe, aIm};
-    const Complex<T> b{bRe, bIm};
-    if (b.re == 2 && b.im == 0) {
+    if (bRe == 2 && bIm == 0) {
         return elementwise::ComplexTimes(a, a);
     }
-    if (a.im == 0 && b.im == 0 && !real::PowerIsReal::IsOutside(a.re, b.re)) {
-        return {real::KernelPow(a.re, b.re), 0};
+    if (aIm == 0 && bIm == 0 && !real::PowerIsReal::IsOutside(aRe, bRe)) {
+        return {real::KernelPow(aRe, bRe), 0};
     }
-    if (b.im == 0 && !real::IsInfinite(b.re)) {
-        return PowerOfRealExponent(a.re, a.im, b.re);
+    if (bIm == 0 && !real::IsInfinite(bRe)) {
+        return IsSmallWholePower(aRe, aIm, bRe) ? WholePower(a, bRe, elementwise::PlainProduct<T>)
+                                                : PowerOfRealExponent(aRe, aIm, bRe);
     }
-    const Complex<T> logA = KernelComplexLog(a.re, T{0} + a.im);
-    if (logA.re < -largest<T> && !(b.re > largest<T>)&&real::IsInfinite(b.im)) {
-        return complexNaN<T>;
-    }
-    return ExpOfProduct(logA.re, logA.im, b.re, b.im);
+    return PowerByLogarithm(aRe, aIm, bRe, bIm);
 }
 
 } // namespace nx::complex
