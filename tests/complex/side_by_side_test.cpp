@@ -80,6 +80,8 @@ TYPED_TEST(SideBySide, IsOneByOne) {
              const auto w = elementwise::ComplexTimes<T>({re, im}, {T{1.5}, T{-0.75}});
              return w.im == 0 ? Complex<T>{real::KernelExp(w.re), 0} : ExpOfAny(w.re, w.im);
          }},
+        {"fifth power", [](T re, T im) { return KernelComplexPower(re, im, T{5}, T{0}); },
+         [](T re, T im) { return PowerOfRealExponent(re, im, T{5}); }},
         {"sinh and sine",
          [](T x, T y) {
              const auto all = HyperbolicSineAndCosine(x, y);
