@@ -353,6 +353,10 @@ V WithSignOf(V magnitude, V a) {
 }
 
 /// b where b < a, otherwise a: one instruction. A NaN on either side gives a.
+template <std::floating_point T>
+T Lesser(T a, T b) {
+    return b < a ? b : a;
+}
 inline f64x2 Lesser(f64x2 a, f64x2 b) {
     return (f64x2)_mm_min_pd((__m128d)b, (__m128d)a);
 }
@@ -361,6 +365,10 @@ inline f32x4 Lesser(f32x4 a, f32x4 b) {
 }
 
 /// b where b > a, otherwise a: one instruction. A NaN on either side gives a.
+template <std::floating_point T>
+T Greater(T a, T b) {
+    return b > a ? b : a;
+}
 inline f64x2 Greater(f64x2 a, f64x2 b) {
     return (f64x2)_mm_max_pd((__m128d)b, (__m128d)a);
 }

@@ -61,27 +61,30 @@ V UpperHalf(V v) {
     return Masked(v, HypotConstants<ElementOf<V>>::upperHalf);
 }
 
-/// The upper halves that step 3 takes: of a, and of 2b.
+/// The upper halves that step 3 takes: of a, and of the greater one of a and 2b.
 template <Value V>
 struct UpperHalves {
-    V a, twiceB;
+    V a, greater;
 };
 
 template <Value V>
 UpperHalves<V> Split(V a, V b) {
-    return {UpperHalf(a), UpperHalf(b + b)};
+    return {UpperHalf(a), UpperHalf(Greater(a, b + b))};
 }
 
-/// The sum of squares of step 3. It doubles b in place of t, which gives the same products.
+/// The sum of squares of step 3. It doubles b in place of t, which gives the same products, and both
+/// sums are one: a - b is more than b where a is more than 2b, so that a maximum and a minimum take
+/// the place of choices.
 template <Value V>
 V SumOfSquares(V a, V b, const UpperHalves<V>& upper) {
     const V w = a - b;
     const V lower = a - upper.a;
     const V twiceB = b + b;
-    const V apart = upper.a * upper.a + (b * b + (upper.a + a) * lower);
-    const V close =
-        upper.a * upper.twiceB + (w * w + (lower * twiceB + upper.a * (twiceB - upper.twiceB)));
-    return Select(Less(b, w), apart, close);
+    const MaskOf<V> apart = Less(b, w);
+    const V lesser = Lesser(b, w);
+    const V rest = lower * Select(apart, upper.a + a, twiceB) +
+                   Drop(apart, upper.a * (twiceB - upper.greater));
+    return upper.a * upper.greater + (lesser * lesser + rest);
 }
 
 /// The greater and the lesser magnitude.
@@ -169,7 +172,7 @@ struct HypotKernel {
         using T = ElementOf<V>;
         const UpperHalves<V> halves = Split(x.a, x.b);
         const UpperHalves<V> upper = {Drop(x.isSubnormal, halves.a),
-                                      Drop(x.isSubnormal, halves.twiceB)};
+                                      Drop(x.isSubnormal, halves.greater)};
         const V root = Sqrt(SumOfSquares(x.a, x.b, upper));
         return x.sum + root * (T{1} / x.scale);
     }
