@@ -102,22 +102,8 @@ void DivideSum(LogOfSum<V>& x) {
     x.s = x.f / (T{2} + x.f);
 }
 
-// The polynomials of log and log1p, as their kernels sum them.
+// The polynomial of log1p, as its kernel sums it, in two phases: its chain is too long for one.
 
-template <Doubles V>
-V LogPolynomial(V z) {
-    using C = LogConstants<double>;
-    const V w = z * z;
-    return (((C::L7 * w + C::L5) * w + C::L3) * w + C::L1) * z +
-           ((C::L6 * w + C::L4) * w + C::L2) * w;
-}
-template <Floats V>
-V LogPolynomial(V z) {
-    using C = LogConstants<float>;
-    const V w = z * z;
-    return (C::L4 * w + C::L2) * w + (w * C::L3 + C::L1) * z;
-}
-/// That of log1p has two phases: its chain is too long for one.
 template <Doubles V>
 V StartLog1pPolynomial(V z) {
     using C = LogConstants<double>;
@@ -190,8 +176,9 @@ struct EitherLogPhases {
     template <class V>
     static void Next(State<V>& x, Phase<4>) {
         const V z = x.s * x.s;
-        x.difference = Select(x.isLog, LogPolynomial(z), FinishLog1pPolynomial(x.difference, z)) -
-                       x.subtracted;
+        x.difference =
+            Select(x.isLog, LogKernel::Series(x.s), FinishLog1pPolynomial(x.difference, z)) -
+            x.subtracted;
     }
 };
 

@@ -129,9 +129,6 @@ struct PowerConstants<float> {
 };
 
 struct PowerKernel {
-    template <int number>
-    using Phase = std::integral_constant<int, number>;
-
     /// |x| = 2^n * m.
     template <Value V>
     struct Argument {
