@@ -5,6 +5,8 @@
 #ifndef NX_ARRAY_EXPONENTIAL_HPP
 #define NX_ARRAY_EXPONENTIAL_HPP
 
+#include <limits>
+
 #include "complex/exp.hpp"
 #include "core/complex.hpp"
 #include "elementwise/complex_product.hpp"

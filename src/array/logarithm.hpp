@@ -2,6 +2,8 @@
 #ifndef NX_ARRAY_LOGARITHM_HPP
 #define NX_ARRAY_LOGARITHM_HPP
 
+#include <limits>
+
 #include "complex/log.hpp"
 #include "core/complex.hpp"
 #include "real/atan.hpp"
@@ -33,7 +35,8 @@ struct OfMagnitude {
     }
 };
 
-/// log|1 + x|: below -1, where log1p has no value, the logarithm of the rounded sum.
+/// log|1 + x|: below -1, where log1p has no value, the logarithm of the rounded sum. That one also
+/// serves a NaN, which loses its sign there.
 struct Log1pOrBelow {
     template <Value V>
     static auto First(V x, MaskOf<V>& rare) {
@@ -52,7 +55,7 @@ struct Log1pOrBelow {
     }
     template <class T>
     static T Entry(T x) {
-        return x < -1 ? real::KernelLog(Abs(T{1} + x)) : real::KernelLog1p(x);
+        return x >= -1 ? real::KernelLog1p(x) : real::KernelLog(Abs(T{1} + x));
     }
 };
 

@@ -72,11 +72,11 @@ struct LogConstants<double> {
     static constexpr std::uint64_t carry1p = UINT64_C(0x00095F6200000000);
 
     /// log1p: below `small` two terms of the series do; between `nearLow` and `nearHigh` 1 + x
-    /// needs no reduction; from `noSum` on 1 + x is x.
+    /// needs no reduction; from the upper word `noSumWord` on, that of 2^53 (`float` 2^24), 1 + x is
+    /// x.
     static constexpr double small = 0x1p-29;
     static constexpr double nearLow = -std::bit_cast<double>(UINT64_C(0x3FD2BEC400000000));
     static constexpr double nearHigh = std::bit_cast<double>(UINT64_C(0x3FDA827A00000000));
-    static constexpr double noSum = 0x1p53;
     static constexpr std::uint32_t noSumWord = 0x43400000;
     /// Upper word of 2^-53, the smallest 1 + x above 0.
     static constexpr std::uint32_t smallestSumWord = 0x3CA00000;
@@ -115,7 +115,6 @@ struct LogConstants<float> {
     static constexpr float small = 0x1p-29f;
     static constexpr float nearLow = -std::bit_cast<float>(UINT32_C(0x3E95F619));
     static constexpr float nearHigh = std::bit_cast<float>(UINT32_C(0x3ED413D0));
-    static constexpr float noSum = 0x1p24f;
     static constexpr std::uint32_t noSumWord = 0x4B800000;
     static constexpr std::uint32_t smallestSumWord = 0x33800000;
     static constexpr float beforeOne = 0x1.fffffep-1f;
@@ -503,15 +502,16 @@ struct Log1pExpanded {
 };
 
 struct Log1pKernel {
-    /// Rare: not between -1 and `noSum`; f tiny but not 0 after a reduction; and the `float` before
-    /// 1, for which `Entry` takes c the other way round (in `double` both ways give one result).
+    /// Rare: not between -1 and where 1 + x is x; f tiny but not 0 after a reduction; and the `float`
+    /// before 1, for which `Entry` takes c the other way round (in `double` both ways give one
+    /// result).
     template <Value V>
     static Log1pReduced<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
         using C = LogConstants<T>;
         const V u = T{1} + x;
-        // Positive sums below `noSum`: the lift takes all others below the word of the smallest
-        // one.
+        // Positive sums below `noSumWord`: the lift takes all others below the word of the
+        // smallest one.
         constexpr std::uint32_t lift = 0x80000000 - C::noSumWord;
         rare |= SignedLess(Words(u) + lift, C::smallestSumWord + lift);
         if constexpr (Floats<V>) {

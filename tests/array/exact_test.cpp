@@ -162,6 +162,18 @@ TYPED_TEST(KnownResults, RealMembers) {
     }
 }
 
+/// Of the four logarithms with a complex result none keeps the sign of a NaN.
+TYPED_TEST(KnownResults, LogarithmsOfNaN) {
+    using T = TypeParam;
+    using C = Value<T>;
+    const T nan = std::numeric_limits<T>::quiet_NaN();
+    for (const UnaryCall<C, T> family : {Log<C, T>, Log2<C, T>, Log10<C, T>, Log1p<C, T>}) {
+        const C got = Of<C, T>(family, -nan);
+        EXPECT_EQ(core::Bits(got.real()), core::Bits(nan));
+        EXPECT_EQ(core::Bits(got.imag()), 0u);
+    }
+}
+
 /// Zeros, infinities and which side of a branch cut.
 TYPED_TEST(KnownResults, ComplexMembers) {
     using T = TypeParam;
