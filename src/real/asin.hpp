@@ -61,39 +61,47 @@ struct AsinConstants<float> {
     static constexpr std::uint32_t lowBits = UINT32_C(0x00000FFF);
 };
 
-// All is in terms of z4 = 4 * z, of s2 = 2 * s, its root, and so on: exact powers of two, for which
-// coefficients are as much smaller. It spares some scaling.
+// R of u^2 times `unit`, a power of two, for which coefficients are as much smaller, exactly. Above
+// the small range all is in terms of z4 = 4 * z, of s2 = 2 * s, its root, and so on, which spares
+// some scaling.
 
-template <Doubles V>
-V AsinNumerator(V z4) {
+template <int unit = 4, Doubles V>
+V AsinNumerator(V z) {
     using C = AsinConstants<double>;
-    return (((((C::P5 / 4096 * z4 + C::P4 / 1024) * z4 + C::P3 / 256) * z4 + C::P2 / 64) * z4 +
-             C::P1 / 16) *
-                z4 +
-            C::P0 / 4) *
-           z4;
+    constexpr double u = unit, u2 = u * u, u3 = u2 * u;
+    return (((((C::P5 / (u3 * u3) * z + C::P4 / (u2 * u3)) * z + C::P3 / (u2 * u2)) * z +
+              C::P2 / u3) *
+                 z +
+             C::P1 / u2) *
+                z +
+            C::P0 / u) *
+           z;
 }
-template <Floats V>
-V AsinNumerator(V z4) {
+template <int unit = 4, Floats V>
+V AsinNumerator(V z) {
     using C = AsinConstants<float>;
-    return ((C::P2 / 64 * z4 + C::P1 / 16) * z4 + C::P0 / 4) * z4;
+    constexpr float u = unit;
+    return ((C::P2 / (u * u * u) * z + C::P1 / (u * u)) * z + C::P0 / u) * z;
 }
 
-template <Doubles V>
-V AsinDenominator(V z4) {
+template <int unit = 4, Doubles V>
+V AsinDenominator(V z) {
     using C = AsinConstants<double>;
-    return (((C::Q4 / 256 * z4 + C::Q3 / 64) * z4 + C::Q2 / 16) * z4 + C::Q1 / 4) * z4 + 1.0;
+    constexpr double u = unit, u2 = u * u;
+    return (((C::Q4 / (u2 * u2) * z + C::Q3 / (u2 * u)) * z + C::Q2 / u2) * z + C::Q1 / u) * z +
+           1.0;
 }
-template <Floats V>
-V AsinDenominator(V z4) {
+template <int unit = 4, Floats V>
+V AsinDenominator(V z) {
     using C = AsinConstants<float>;
-    return (C::Q2 / 16 * z4 + C::Q1 / 4) * z4 + 1.0f;
+    constexpr float u = unit;
+    return (C::Q2 / (u * u) * z + C::Q1 / u) * z + 1.0f;
 }
 
 /// R.
-template <Value V>
-V AsinQuotient(V z4) {
-    return AsinNumerator(z4) / AsinDenominator(z4);
+template <int unit = 4, Value V>
+V AsinQuotient(V z) {
+    return AsinNumerator<unit>(z) / AsinDenominator<unit>(z);
 }
 
 /// 2 * f of step 3.
@@ -178,7 +186,7 @@ struct AsinKernel : AsinPhases {
     static T Entry(T x) {
         const std::uint32_t word = Words(x) & 0x7FFFFFFF;
         if (word < Words(T{0.5})) {
-            return word < Words(T{0x1p-27}) ? x : x + AsinQuotient((x + x) * (x + x)) * x;
+            return word < Words(T{0x1p-27}) ? x : x + AsinQuotient<1>(x * x) * x;
         }
         const T a = Abs(x);
         if (word >= Words(T{1})) {
@@ -238,7 +246,7 @@ struct AcosKernel : AsinPhases {
         if (size <= Pattern(T{0.5})) {
             return size < Pattern(T{0x1p-57})
                        ? C::halfPi
-                       : C::halfPi - (x - (C::halfPiLo - AsinQuotient((x + x) * (x + x)) * x));
+                       : C::halfPi - (x - (C::halfPiLo - AsinQuotient<1>(x * x) * x));
         }
         if (size < Pattern(T{1})) {
             const T a = Abs(x);

@@ -47,7 +47,8 @@ struct RemainderConstants<float> {
 /// True for an integer, and for what is none by its size alone: infinities and NaN.
 template <class T>
 bool IsInteger(T y) {
-    return !(std::fabs(y) < integerBound<T>) || y == std::trunc(y);
+    using Integer = std::conditional_t<sizeof(T) == 8, std::int64_t, std::int32_t>;
+    return !(std::fabs(y) < integerBound<T>) || y == static_cast<T>(static_cast<Integer>(y));
 }
 
 /// The exact remainder with the sign of y, or x for a zero y, without the rule of step 3.

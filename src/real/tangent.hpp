@@ -44,7 +44,7 @@ struct TangentConstants<double> {
     /// Heads from here on are taken from pi/4.
     static constexpr double big = std::bit_cast<double>(UINT64_C(0x3FE5942800000000));
     /// Below this upper word the tangent is x.
-    static constexpr std::int32_t tinyWord = 0x3E300000;
+    static constexpr std::uint32_t tinyWord = 0x3E300000;
     /// The upper half of a value.
     static constexpr std::uint64_t highMask = UINT64_C(0xFFFFFFFF00000000);
 };
@@ -62,7 +62,7 @@ struct TangentConstants<float> {
     static constexpr float pio4lo = Pinned(-2.1855694143368964e-08f, 0xB2BBBD2E);
 
     static constexpr float big = std::bit_cast<float>(UINT32_C(0x3F2CA57A));
-    static constexpr std::int32_t tinyWord = 0x31800016;
+    static constexpr std::uint32_t tinyWord = 0x31800016;
     static constexpr std::uint32_t highMask = UINT32_C(0xFFFFF000);
 };
 
@@ -107,8 +107,8 @@ V MinusReciprocal(V x, V r, V v, V a) {
 template <class T>
 T KernelTan(int iy, T x, T y) {
     using C = TangentConstants<T>;
-    const std::int32_t hx = UpperWord(x);
-    const std::int32_t ix = hx & 0x7FFFFFFF;
+    const bool isNegative = UpperWord(x) < 0;
+    const std::uint32_t ix = Words(x) & 0x7FFFFFFF;
     if (ix < C::tinyWord) {
         if (iy == 1) {
             return x;
@@ -126,9 +126,9 @@ T KernelTan(int iy, T x, T y) {
             return T{-1} / x;
         }
     }
-    const bool big = ix >= UpperWord(C::big);
+    const bool big = ix >= Words(C::big);
     if (big) {
-        x = (C::pio4lo - (hx < 0 ? -y : y)) + (C::pio4 - std::fabs(x));
+        x = (C::pio4lo - (isNegative ? -y : y)) + (C::pio4 - std::fabs(x));
         y = 0;
     }
     const T r = TangentRest(x, y, TangentPolynomial(x));
@@ -137,7 +137,7 @@ T KernelTan(int iy, T x, T y) {
         const T f = static_cast<T>(iy);
         const T bracket = x - (v * v / (v + f) - r);
         const T result = f - (bracket + bracket);
-        return hx < 0 ? -result : result;
+        return isNegative ? -result : result;
     }
     return iy == 1 ? v : MinusReciprocal(x, r, v, T{-1} / v);
 }
