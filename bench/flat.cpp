@@ -1,56 +1,111 @@
 // The flat real entries in a loop, beside the system's functions and beside the same steps written
-// as branches.
+// as branches. Of entries and branches there are copies, and each takes its share of the elements.
+#include <array>
 #include <cmath>
 #include <complex>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
 #include <type_traits>
 
-#include <nx/flat.h>
+#include <dlfcn.h>
 
-#include "branches/branches.hpp"
 #include "data.hpp"
 #include "peers.hpp"
+#include "placed/functions.hpp"
 
 namespace bench {
 
 namespace {
 
-template <class T>
-const Branches<T> branches = MakeBranches<T>();
+constexpr std::array offsets{"16", "32", "48", "64"};
 
-/// The address of the function for T, which may be a member of `Branches`. The compiler knows no
-/// more of it than of any other.
-template <class T, auto ofDouble, auto ofFloat>
-auto AddressOf() {
-    constexpr auto which = [] {
+/// All copies of a library.
+struct Copies {
+    std::array<Functions<double>, offsets.size()> ofDouble;
+    std::array<Functions<float>, offsets.size()> ofFloat;
+
+    explicit Copies(const std::string& library) {
+        for (std::size_t i = 0; i < offsets.size(); ++i) {
+            const std::string path = NX_BENCH_COPIES "/lib" + library + offsets[i] + ".so";
+            void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+            void* symbol = handle != nullptr ? dlsym(handle, "GiveFunctions") : nullptr;
+            if (symbol == nullptr) {
+                std::fprintf(stderr, "nx_bench: %s\n", dlerror());
+                std::exit(1);
+            }
+            reinterpret_cast<decltype(&GiveFunctions)>(symbol)(&ofDouble[i], &ofFloat[i]);
+        }
+    }
+
+    template <class T>
+    const auto& Of() const {
         if constexpr (std::is_same_v<T, double>) {
             return ofDouble;
         } else {
             return ofFloat;
         }
-    }();
-    if constexpr (std::is_member_pointer_v<decltype(which)>) {
-        return branches<T>.*which;
+    }
+};
+
+const Copies& Entries() {
+    static const Copies copies("nx_bench_entries_");
+    return copies;
+}
+const Copies& BranchesOfEntries() {
+    static const Copies copies("nx_bench_branches_");
+    return copies;
+}
+
+/// The one of two that is for T.
+template <class T, auto ofDouble, auto ofFloat>
+constexpr auto Choose() {
+    if constexpr (std::is_same_v<T, double>) {
+        return ofDouble;
     } else {
-        volatile auto address = which;
-        return address;
+        return ofFloat;
     }
 }
 
-/// A loop of calls.
+/// A loop of calls from one element up to another one.
+template <class Function, class TDst, class T, class... Others>
+void CallEach(Function function, unsigned long from, unsigned long to, unsigned long stride,
+              TDst* dst, T* first, Others*... others) {
+    for (unsigned long i = from; i < to; ++i) {
+        if constexpr (std::is_same_v<TDst, T>) {
+            dst[i * stride] = function(first[i * stride], others[i * stride]...);
+        } else {
+            T* parts = reinterpret_cast<T*>(dst + i * stride);
+            function(first[i * stride], parts, parts + 1);
+        }
+    }
+}
+
+/// The function of a library of which there are copies.
+template <const Copies& (*copies)(), auto ofDouble, auto ofFloat>
+struct CopiedCalls {
+    template <class TDst, class T, class... Others>
+    static void Run(const Arrays& x, TDst* dst, T* first, Others*... others) {
+        unsigned long from = 0;
+        unsigned long share = 0;
+        for (const Functions<T>& functions : copies().template Of<T>()) {
+            const unsigned long to = x.count * ++share / offsets.size();
+            CallEach(functions.*Choose<T, ofDouble, ofFloat>(), from, to, x.stride, dst, first,
+                     others...);
+            from = to;
+        }
+    }
+
+    const char* name;
+};
+
+/// A function of which the compiler knows no more than of the others.
 template <auto ofDouble, auto ofFloat>
 struct Calls {
     template <class TDst, class T, class... Others>
     static void Run(const Arrays& x, TDst* dst, T* first, Others*... others) {
-        const auto function = AddressOf<T, ofDouble, ofFloat>();
-        const unsigned long count = x.count, stride = x.stride;
-        for (unsigned long i = 0; i < count; ++i) {
-            if constexpr (std::is_same_v<TDst, T>) {
-                dst[i * stride] = function(first[i * stride], others[i * stride]...);
-            } else {
-                T* parts = reinterpret_cast<T*>(dst + i * stride);
-                function(first[i * stride], parts, parts + 1);
-            }
-        }
+        volatile auto address = Choose<T, ofDouble, ofFloat>();
+        CallEach(address, 0, x.count, x.stride, dst, first, others...);
     }
 
     const char* name;
@@ -62,20 +117,18 @@ using OfFloat = float (*)(float);
 using OfDoubles = double (*)(double, double);
 using OfFloats = float (*)(float, float);
 
-template <OfDouble flatDouble, OfFloat flatSingle, OfDouble systemDouble, OfFloat systemSingle,
-          auto branchesDouble, auto branchesSingle>
+template <OfDouble systemDouble, OfFloat systemFloat, auto ofDouble, auto ofFloat>
 void Unary(Table& table, const char* family, const std::vector<Data>& data) {
-    table.Unary(family, data, Calls<flatDouble, flatSingle>{"nx"},
-                Calls<systemDouble, systemSingle>{"system"},
-                Calls<branchesDouble, branchesSingle>{"branches"});
+    table.Unary(family, data, CopiedCalls<Entries, ofDouble, ofFloat>{"nx"},
+                Calls<systemDouble, systemFloat>{"system"},
+                CopiedCalls<BranchesOfEntries, ofDouble, ofFloat>{"branches"});
 }
 
-template <OfDoubles flatDouble, OfFloats flatSingle, OfDoubles systemDouble, OfFloats systemSingle,
-          auto branchesDouble, auto branchesSingle>
+template <OfDoubles systemDouble, OfFloats systemFloat, auto ofDouble, auto ofFloat>
 void Binary(Table& table, const char* family, const std::vector<Data>& data) {
-    table.Binary(family, data, Calls<flatDouble, flatSingle>{"nx"},
-                 Calls<systemDouble, systemSingle>{"system"},
-                 Calls<branchesDouble, branchesSingle>{"branches"});
+    table.Binary(family, data, CopiedCalls<Entries, ofDouble, ofFloat>{"nx"},
+                 Calls<systemDouble, systemFloat>{"system"},
+                 CopiedCalls<BranchesOfEntries, ofDouble, ofFloat>{"branches"});
 }
 
 template <class T>
@@ -87,8 +140,8 @@ T FlooredByFmod(T x, T y) {
 } // namespace
 
 std::vector<Case> FlatEntries() {
-    using Double = Branches<double>;
-    using Single = Branches<float>;
+    using Double = Functions<double>;
+    using Single = Functions<float>;
     const Data unit = Range("-1", "1");
     const Data quarter = Range("-0.7", "0.7");
     const Data half = Range("-0.5", "0.5");
@@ -97,56 +150,39 @@ std::vector<Case> FlatEntries() {
     const Data aboveOne = Range("1", "1e3");
     const Data positive = Range("1e-3", "1e3");
     Table table;
-    Unary<nxDoubleScalarSin, nxSingleScalarSin, sin, sinf, &Double::sin, &Single::sin>(
-        table, "FlatSin", {ten, quarter, thousand});
-    Unary<nxDoubleScalarCos, nxSingleScalarCos, cos, cosf, &Double::cos, &Single::cos>(
-        table, "FlatCos", {ten, quarter, thousand});
-    Unary<nxDoubleScalarTan, nxSingleScalarTan, tan, tanf, &Double::tan, &Single::tan>(
-        table, "FlatTan", {ten, quarter});
-    Unary<nxDoubleScalarExp, nxSingleScalarExp, exp, expf, &Double::exp, &Single::exp>(
-        table, "FlatExp", {ten, unit});
-    Unary<nxDoubleScalarLog, nxSingleScalarLog, log, logf, &Double::log, &Single::log>(
-        table, "FlatLog", {positive, NearOne()});
-    Unary<nxDoubleScalarLog10, nxSingleScalarLog10, log10, log10f, &Double::log10, &Single::log10>(
-        table, "FlatLog10", {positive});
-    Unary<nxDoubleScalarAsin, nxSingleScalarAsin, asin, asinf, &Double::asin, &Single::asin>(
-        table, "FlatAsin", {unit, half});
-    Unary<nxDoubleScalarAcos, nxSingleScalarAcos, acos, acosf, &Double::acos, &Single::acos>(
-        table, "FlatAcos", {unit, half});
-    Unary<nxDoubleScalarAtan, nxSingleScalarAtan, atan, atanf, &Double::atan, &Single::atan>(
-        table, "FlatAtan", {ten, half});
-    Unary<nxDoubleScalarSinh, nxSingleScalarSinh, sinh, sinhf, &Double::sinh, &Single::sinh>(
-        table, "FlatSinh", {ten, unit});
-    Unary<nxDoubleScalarCosh, nxSingleScalarCosh, cosh, coshf, &Double::cosh, &Single::cosh>(
-        table, "FlatCosh", {ten, unit});
-    Unary<nxDoubleScalarTanh, nxSingleScalarTanh, tanh, tanhf, &Double::tanh, &Single::tanh>(
-        table, "FlatTanh", {ten, unit});
-    Unary<nxDoubleScalarAsinh, nxSingleScalarAsinh, asinh, asinhf, &Double::asinh, &Single::asinh>(
-        table, "FlatAsinh", {ten, unit});
-    Unary<nxDoubleScalarAcosh, nxSingleScalarAcosh, acosh, acoshf, &Double::acosh, &Single::acosh>(
-        table, "FlatAcosh", {aboveOne, Range("1", "2")});
-    Unary<nxDoubleScalarAtanh, nxSingleScalarAtanh, atanh, atanhf, &Double::atanh, &Single::atanh>(
-        table, "FlatAtanh", {unit, half});
+    Unary<sin, sinf, &Double::sin, &Single::sin>(table, "FlatSin", {ten, quarter, thousand});
+    Unary<cos, cosf, &Double::cos, &Single::cos>(table, "FlatCos", {ten, quarter, thousand});
+    Unary<tan, tanf, &Double::tan, &Single::tan>(table, "FlatTan", {ten, quarter});
+    Unary<exp, expf, &Double::exp, &Single::exp>(table, "FlatExp", {ten, unit});
+    Unary<log, logf, &Double::log, &Single::log>(table, "FlatLog", {positive, NearOne()});
+    Unary<log10, log10f, &Double::log10, &Single::log10>(table, "FlatLog10", {positive});
+    Unary<asin, asinf, &Double::asin, &Single::asin>(table, "FlatAsin", {unit, half});
+    Unary<acos, acosf, &Double::acos, &Single::acos>(table, "FlatAcos", {unit, half});
+    Unary<atan, atanf, &Double::atan, &Single::atan>(table, "FlatAtan", {ten, half});
+    Unary<sinh, sinhf, &Double::sinh, &Single::sinh>(table, "FlatSinh", {ten, unit});
+    Unary<cosh, coshf, &Double::cosh, &Single::cosh>(table, "FlatCosh", {ten, unit});
+    Unary<tanh, tanhf, &Double::tanh, &Single::tanh>(table, "FlatTanh", {ten, unit});
+    Unary<asinh, asinhf, &Double::asinh, &Single::asinh>(table, "FlatAsinh", {ten, unit});
+    Unary<acosh, acoshf, &Double::acosh, &Single::acosh>(table, "FlatAcosh",
+                                                         {aboveOne, Range("1", "2")});
+    Unary<atanh, atanhf, &Double::atanh, &Single::atanh>(table, "FlatAtanh", {unit, half});
 
     Table both;
-    both.ToComplex(
-        "FlatSinCos", {ten, quarter}, Calls<nxDoubleScalarSinCos, nxSingleScalarSinCos>{"nx"},
-        Calls<sincos, sincosf>{"system"}, Calls<&Double::sinCos, &Single::sinCos>{"branches"});
+    both.ToComplex("FlatSinCos", {ten, quarter},
+                   CopiedCalls<Entries, &Double::sinCos, &Single::sinCos>{"nx"},
+                   Calls<sincos, sincosf>{"system"},
+                   CopiedCalls<BranchesOfEntries, &Double::sinCos, &Single::sinCos>{"branches"});
     for (Case& added : both.cases) {
         added.type.resize(added.type.find('-'));
         table.cases.push_back(added);
     }
 
-    Binary<nxDoubleScalarAtan2, nxSingleScalarAtan2, atan2, atan2f, &Double::atan2, &Single::atan2>(
-        table, "FlatAtan2", {ten, Integers()});
-    Binary<nxDoubleScalarHypot, nxSingleScalarHypot, hypot, hypotf, &Double::hypot, &Single::hypot>(
-        table, "FlatHypot", {ten});
-    Binary<nxDoubleScalarPower, nxSingleScalarPower, pow, powf, &Double::power, &Single::power>(
-        table, "FlatPower", {Range("0.1", "5")});
-    Binary<nxDoubleScalarRem, nxSingleScalarRem, fmod, fmodf, &Double::rem, &Single::rem>(
-        table, "FlatRem", {ten, Integers()});
-    Binary<nxDoubleScalarMod, nxSingleScalarMod, FlooredByFmod, FlooredByFmod, &Double::mod,
-           &Single::mod>(table, "FlatMod", {ten, Integers()});
+    Binary<atan2, atan2f, &Double::atan2, &Single::atan2>(table, "FlatAtan2", {ten, Integers()});
+    Binary<hypot, hypotf, &Double::hypot, &Single::hypot>(table, "FlatHypot", {ten});
+    Binary<pow, powf, &Double::power, &Single::power>(table, "FlatPower", {Range("0.1", "5")});
+    Binary<fmod, fmodf, &Double::rem, &Single::rem>(table, "FlatRem", {ten, Integers()});
+    Binary<FlooredByFmod, FlooredByFmod, &Double::mod, &Single::mod>(table, "FlatMod",
+                                                                     {ten, Integers()});
     return table.cases;
 }
 

@@ -1,12 +1,12 @@
-#include "branches/branches.hpp"
+// The steps of the flat entries as plain branches: the references of the tests.
+#include "placed/functions.hpp"
+#include "placed/offset.hpp"
 
 #include "real/hyperbolic_reference.hpp"
 #include "real/inverse_reference.hpp"
 #include "real/power_reference.hpp"
 #include "real/remainder_reference.hpp"
 #include "real/trigonometry_reference.hpp"
-
-namespace bench {
 
 namespace reference = nx::test::reference;
 
@@ -41,10 +41,8 @@ void SinCos(T x, T* sine, T* cosine) {
     }
 }
 
-} // namespace
-
 template <class T>
-Branches<T> MakeBranches() {
+bench::Functions<T> Branches() {
     using namespace reference;
     return {Sine,
             Cosine,
@@ -69,7 +67,9 @@ Branches<T> MakeBranches() {
             Mod};
 }
 
-template Branches<double> MakeBranches();
-template Branches<float> MakeBranches();
+} // namespace
 
-} // namespace bench
+void GiveFunctions(bench::Functions<double>* ofDouble, bench::Functions<float>* ofFloat) {
+    *ofDouble = Branches<double>();
+    *ofFloat = Branches<float>();
+}
