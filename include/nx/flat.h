@@ -124,8 +124,7 @@ NX_API float nxSingleScalarSinh(float x);
 NX_API double nxDoubleScalarCosh(double x);
 NX_API float nxSingleScalarCosh(float x);
 
-/** Hyperbolic tangent. A zero im gives an imaginary part of +0, otherwise a zero re and a
- * finite im a real part of +0. */
+/** Hyperbolic tangent. Infinities give -1 and 1. */
 NX_API double nxDoubleScalarTanh(double x);
 NX_API float nxSingleScalarTanh(float x);
 
@@ -202,8 +201,8 @@ NX_API bool nxSingleComplexScalarIsInf(float re, float im);
 NX_API bool nxDoubleComplexScalarIsNaN(double re, double im);
 NX_API bool nxSingleComplexScalarIsNaN(float re, float im);
 
-/** *result = *a * *b. Two zero imaginary parts give +0. Infinities of intermediate results do not
- * turn into NaN where the product is infinite. */
+/** *result = *a * *b. Two zero imaginary parts give +0. A part that is not finite is computed
+ * again from scaled factors, by itself: an infinity times a number is seldom a NaN. */
 NX_API void nxDoubleComplexScalarMultiply(nxDoubleComplex* result, const nxDoubleComplex* a,
                                           const nxDoubleComplex* b);
 NX_API void nxSingleComplexScalarMultiply(nxSingleComplex* result, const nxSingleComplex* a,
@@ -241,7 +240,7 @@ NX_API void nxDoubleComplexScalarSinCos(double re, double im, double* sineRe, do
 NX_API void nxSingleComplexScalarSinCos(float re, float im, float* sineRe, float* sineIm,
                                         float* cosineRe, float* cosineIm);
 
-/** Tangent. A zero im gives an imaginary part of +0, otherwise a zero re and a finite im a real
+/** Tangent. A zero im gives an imaginary part of +0, otherwise a zero re and any im but a NaN a real
  * part of +0. */
 NX_API void nxDoubleComplexScalarTan(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarTan(float re, float im, float* resultRe, float* resultIm);
@@ -254,8 +253,8 @@ NX_API void nxSingleComplexScalarSinh(float re, float im, float* resultRe, float
 NX_API void nxDoubleComplexScalarCosh(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarCosh(float re, float im, float* resultRe, float* resultIm);
 
-/** Hyperbolic tangent. A zero im gives an imaginary part of +0, otherwise a zero re a real part
- * of +0. */
+/** Hyperbolic tangent. A zero im gives an imaginary part of +0, otherwise a zero re and a
+ * finite im a real part of +0. */
 NX_API void nxDoubleComplexScalarTanh(double re, double im, double* resultRe, double* resultIm);
 NX_API void nxSingleComplexScalarTanh(float re, float im, float* resultRe, float* resultIm);
 

@@ -24,7 +24,8 @@ struct ComplexConstants;
 template <>
 struct ComplexConstants<double> {
     /// The square root scales its operand where the magnitude is no normal number: beyond
-    /// `rootLimit` down by 2^-3, otherwise up by `rootScale`, which its own root `rootBack` undoes.
+    /// `rootLimit` down by 2^-3, otherwise up by `rootScale`. The scaled sum is not halved, so that
+    /// the root of twice that scale, 2 or `rootBack`, undoes it.
     static constexpr double rootLimit = Pinned(0x1.fffffffffffffp970, 0x7C9FFFFFFFFFFFFF);
     static constexpr double rootScale = 0x1p51;
     static constexpr double rootBack = 0x1p-26;

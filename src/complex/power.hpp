@@ -41,7 +41,8 @@ template <class T>
 template <class T>
 [[gnu::noinline]] Complex<T> PowerByLogarithm(T aRe, T aIm, T bRe, T bIm) {
     const Complex<T> logA = KernelComplexLog(aRe, T{0} + aIm);
-    if (logA.re < -largest<T> && !(bRe > largest<T>)&&real::IsInfinite(bIm)) {
+    const bool isLarge = bRe > largest<T>;
+    if (logA.re < -largest<T> && !isLarge && real::IsInfinite(bIm)) {
         return complexNaN<T>;
     }
     return ExpOfProduct(logA.re, logA.im, bRe, bIm);
@@ -77,6 +78,7 @@ template <class T>
     const T size = Abs(p);
     const T n = real::RoundToInteger<real::Rounding::towardZero>(size);
     const T f = size - n;
+    // A NaN is no count of products.
     Complex<T> r = n != n ? Complex<T>{1, 0} : WholePower(a, n, elementwise::ComplexTimes<T>);
     if (f != 0) {
         r = elementwise::ComplexTimes(r, f == T{0.5} ? KernelComplexSqrt(re, im)
