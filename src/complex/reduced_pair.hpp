@@ -4,7 +4,8 @@
 // hi = x - k * first and lo = k * second, and a remainder hi - lo, on whose square polynomials
 // follow. So the two share vectors: one value alone keeps most of the processor waiting.
 //
-// Lane 0 is x and lane 1 is y; the four lanes of `float` are x, y, y, x.
+// Lane 0 is y, of which single values are taken, and lane 1 is x; the four lanes of `float` are
+// y, x, y, x.
 #ifndef NX_COMPLEX_REDUCED_PAIR_HPP
 #define NX_COMPLEX_REDUCED_PAIR_HPP
 
@@ -25,9 +26,9 @@ using real::PatternOfSize;
 template <class T>
 constexpr Vector<T> InPair(T ofX, T ofY) {
     if constexpr (Doubles<T>) {
-        return Vector<T>{ofX, ofY};
+        return Vector<T>{ofY, ofX};
     } else {
-        return Vector<T>{ofX, ofY, ofY, ofX};
+        return Vector<T>{ofY, ofX, ofY, ofX};
     }
 }
 
@@ -48,12 +49,12 @@ public:
         lo = k * InPair(E::ln2Lo, C::pio2_1t);
         r = hi - lo;
         tail = (hi - r) - lo;
-        sizeOfHead = PatternOfSize(r[1]);
+        sizeOfHead = PatternOfSize(r[0]);
         isNear = PatternOfSize(y) < Pattern(C::near);
         // A remainder close to a half, or too small for what two parts give: see ReduceLanes.
         using Signed = std::make_signed_t<BitsOf<T>>;
         const auto least = static_cast<Signed>(PatternOfSize(y) - fallOfExponent);
-        isServed = PatternOfSize(r[0]) <= Pattern(E::nearHalf) &&
+        isServed = PatternOfSize(r[1]) <= Pattern(E::nearHalf) &&
                    sizeOfHead < Pattern(C::nearHalf) && least <= static_cast<Signed>(sizeOfHead);
         if constexpr (Floats<T>) {
             isServed = isServed && PatternOfSize(y) < Pattern(C::manyBound);
@@ -67,26 +68,25 @@ public:
 
     /// e^x, but for a tiny x, and for 1 in `double`.
     T Exponential() const {
-        const T c = r[0] - exponentialPart;
-        const T y = T{1} - ((lo[0] - (r[0] * c) / (T{2} - c)) - hi[0]);
-        return FromBits<V>(Bits(V{y}) + real::ExponentStep<V>(Bits(shifted)))[0];
+        const real::ExpArgument<V> x{hi, lo, r, real::ExponentStep<V>(Bits(shifted))};
+        return real::ExpSum(x, r - exponentialPart)[1];
     }
 
     /// e^x - 1, for x from 0 up.
     T ExponentialLessOne() const {
-        const T x = r[0];
-        const T rest = real::Expm1Rest(x, static_cast<T>(tail[0]), x * (x * T{0.5}), lessOnePart);
-        return real::Expm1Kernel::Sum(x, rest, Bits(static_cast<T>(shifted[0])));
+        const T x = r[1];
+        const T rest = real::Expm1Rest(x, static_cast<T>(tail[1]), x * (x * T{0.5}), lessOnePart);
+        return real::Expm1Kernel::Sum(x, rest, Bits(static_cast<T>(shifted[1])));
     }
 
     real::SinCosResult<T> SineAndCosine() const {
         const T cosine = CosineOfRemainder();
         if (isNear) {
-            return {r[1] + real::NearSineTerm(static_cast<T>(r[1]), sinePart), cosine};
+            return {r[0] + real::NearSineTerm(static_cast<T>(r[0]), sinePart), cosine};
         }
         const T sine =
-            r[1] + real::SineTerm(static_cast<T>(r[1]), static_cast<T>(tail[1]), sinePart);
-        const BitsOf<T> n = Bits(static_cast<T>(shifted[1]));
+            r[0] + real::SineTerm(static_cast<T>(r[0]), static_cast<T>(tail[0]), sinePart);
+        const BitsOf<T> n = Bits(static_cast<T>(shifted[0]));
         const BitsOf<T> exchanged = (Bits(sine) ^ Bits(cosine)) & (BitsOf<T>{0} - (n & 1));
         return {real::FlipByQuadrant(FromBits<T>(Bits(sine) ^ exchanged), n),
                 real::FlipByQuadrant(FromBits<T>(Bits(cosine) ^ exchanged), n + 1)};
@@ -98,35 +98,35 @@ public:
         // x^2 is halved for e^x - 1, which is exact.
         const V t = r * r;
         if constexpr (Doubles<T>) {
-            V p = V{E::P5, S::S6} * t + V{E::P4, S::S5};
-            p = p * t + V{E::P3, S::S4};
-            p = p * t + V{E::P2, S::S3};
-            p = p * t + V{E::P1, S::S2};
+            V p = V{S::S6, E::P5} * t + V{S::S5, E::P4};
+            p = p * t + V{S::S4, E::P3};
+            p = p * t + V{S::S3, E::P2};
+            p = p * t + V{S::S2, E::P1};
             if constexpr (!withLessOne) {
-                cosinePart = real::CosinePolynomial(static_cast<T>(t[1]));
+                cosinePart = real::CosinePolynomial(static_cast<T>(t[0]));
             } else {
-                const V h = t * V{0.5, 1};
-                V q = V{E::Q5, S::C6} * h + V{E::Q4, S::C5};
-                q = q * h + V{E::Q3, S::C4};
-                q = q * h + V{E::Q2, S::C3};
-                q = q * h + V{E::Q1, S::C2};
-                q = q * h + V{1, S::C1};
-                cosinePart = q[1];
-                lessOnePart = q[0];
+                const V h = t * V{1, 0.5};
+                V q = V{S::C6, E::Q5} * h + V{S::C5, E::Q4};
+                q = q * h + V{S::C4, E::Q3};
+                q = q * h + V{S::C3, E::Q2};
+                q = q * h + V{S::C2, E::Q1};
+                q = q * h + V{S::C1, 1};
+                cosinePart = q[0];
+                lessOnePart = q[1];
             }
-            sinePart = p[1];
-            exponentialPart = p[0] * t[0];
+            sinePart = p[0];
+            exponentialPart = p * t;
         } else {
             const V h = t * V{1, 1, 1, 0.5f};
-            V p = V{0, 0, S::C4, E::Q3} * h + V{E::P3, S::S4, S::C3, E::Q2};
-            p = p * h + V{E::P2, S::S3, S::C2, E::Q1};
-            p = p * h + V{E::P1, S::S2, S::C1, 1};
-            sinePart = p[1];
+            V p = V{0, 0, S::C4, E::Q3} * h + V{S::S4, E::P3, S::C3, E::Q2};
+            p = p * h + V{S::S3, E::P2, S::C2, E::Q1};
+            p = p * h + V{S::S2, E::P1, S::C1, 1};
+            sinePart = p[0];
             cosinePart = p[2];
             lessOnePart = p[3];
-            exponentialPart = p[0] * t[0];
+            exponentialPart = p * t;
         }
-        square = t[1];
+        square = t[0];
     }
 
 private:
@@ -136,7 +136,7 @@ private:
 
     /// As real::KernelCos, whose tests are on values.
     T CosineOfRemainder() const {
-        const T rest = (cosinePart * square) * square - r[1] * tail[1];
+        const T rest = (cosinePart * square) * square - r[0] * tail[0];
         const T half = square * T{0.5};
         if (sizeOfHead < Pattern(S::splitFrom)) {
             return T{1} - (half - rest);
@@ -149,7 +149,8 @@ private:
     }
 
     V shifted, hi, lo, r, tail;
-    T sinePart, cosinePart, exponentialPart, lessOnePart, square;
+    V exponentialPart;
+    T sinePart, cosinePart, lessOnePart, square;
     BitsOf<T> sizeOfHead;
     bool isNear, isServed;
 };
