@@ -1,8 +1,8 @@
 // Rounding to integers, on values and on lanes.
 //
-// SSE2 has no conversion to 64-bit integers. A value below the bound from which on all are integers
-// is rounded in either direction by adding that bound and taking it away again; a comparison with
-// the value tells which direction it was.
+// SSE2 has no conversion to 64-bit integers. A sum at or above the bound from which on all values
+// are integers is rounded to the nearest one, and what was added is taken away again; a comparison
+// with the value tells in which direction that was.
 #ifndef NX_ELEMENTWISE_ROUNDING_HPP
 #define NX_ELEMENTWISE_ROUNDING_HPP
 
@@ -16,44 +16,37 @@ namespace nx::elementwise {
 
 using namespace core;
 
-/// `rounded` with the sign of v, also on a zero; `other` where v is an integer by its size or a
-/// NaN.
+/// The integer nearest to a magnitude. Differences from twice the bound are integers down to the
+/// bound; a magnitude above that comes back, but infinity and NaN give NaN.
 template <Value V>
-V IfBelowBound(V v, V rounded, V other) {
-    const V bound = Broadcast<V>(real::integerBound<ElementOf<V>>);
-    return Select(Less(Abs(v), bound), WithSignOf(rounded, v), other);
-}
-
-/// An integer next to v, above or below, for |v| below the bound.
-template <Value V>
-V NearInteger(V v) {
-    const V bound = WithSignOf(Broadcast<V>(real::integerBound<ElementOf<V>>), v);
-    return (v + bound) - bound;
-}
-
-/// The integer part of a magnitude below the bound.
-template <Value V>
-V Truncated(V v) {
-    const V near = NearInteger(v);
-    return near - Keep(Less(v, near), Broadcast<V>(1));
+V NearInteger(V magnitude) {
+    const V from = Greater(magnitude, Broadcast<V>(2 * real::integerBound<ElementOf<V>>));
+    return from - (from - magnitude);
 }
 
 template <real::Rounding rounding>
 struct RoundedToInteger {
     static constexpr bool branches = true;
 
+    // Lesser and Greater give v, bit for bit, where the result is a NaN.
     template <Value V>
     static V Of(V v) {
         if constexpr (std::floating_point<V>) {
             return real::RoundToInteger<rounding>(v);
-        } else if constexpr (rounding == real::Rounding::towardZero) {
-            return IfBelowBound(v, Truncated(Abs(v)), v);
         } else {
-            const V near = NearInteger(v);
             const V one = Broadcast<V>(1);
-            const V up = near + Keep(Less(near, v), one);
-            const V down = near - Keep(Less(v, near), one);
-            return IfBelowBound(v, rounding == real::Rounding::up ? up : down, v);
+            const V magnitude = Abs(v);
+            const V near = NearInteger(magnitude);
+            const V signedNear = WithSignOf(near, v);
+            if constexpr (rounding == real::Rounding::towardZero) {
+                const V down = near - Keep(Less(magnitude, near), one);
+                return WithSignOf(Lesser(magnitude, down), v);
+            } else if constexpr (rounding == real::Rounding::down) {
+                return Lesser(v, signedNear - Keep(Less(v, signedNear), one));
+            } else {
+                const V up = signedNear + Keep(Less(signedNear, v), one);
+                return Greater(v, WithSignOf(up, v)); // -1 + 1 is no -0
+            }
         }
     }
 };
@@ -72,11 +65,14 @@ struct RoundedToNearest {
             return std::round(v);
         } else {
             using T = ElementOf<V>;
+            const V bound = Broadcast<V>(real::integerBound<T>);
             const V magnitude = Abs(v);
-            const V truncated = Truncated(magnitude);
-            const auto up = LessEqual(Broadcast<V>(T{0.5}), magnitude - truncated);
-            // The sum makes a NaN quiet, as the system's function does.
-            return IfBelowBound(v, truncated + Keep(up, Broadcast<V>(1)), v + V{});
+            // Sums round halves to even. A zero keeps an infinity, and makes a NaN quiet, as the
+            // system's function does.
+            const V shift = Keep(Less(magnitude, bound), bound);
+            const V even = (magnitude + shift) - shift;
+            const auto isHalfBelow = Equal(magnitude - even, Broadcast<V>(T{0.5}));
+            return WithSignOf(even + Keep(isHalfBelow, Broadcast<V>(1)), v);
         }
     }
 };
