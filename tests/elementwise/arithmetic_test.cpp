@@ -206,6 +206,40 @@ TYPED_TEST(RealArithmetic, TakesComplexElementsAtAnyPart) {
     }
 }
 
+// Runs of plain products of every length, with real factors between them, and with products that
+// overflow in one part until they are rescued, or in both.
+TYPED_TEST(RealArithmetic, MultipliesLongArrays) {
+    using T = TypeParam;
+    using Z = std::complex<T>;
+    constexpr T max = std::numeric_limits<T>::max();
+    const Z other(T{1.0625}, T{0.375});
+    const std::pair<Z, Z> odd[] = {
+        {{max, max / 2}, other},   {{-max / 2, max}, other},
+        {{infinity<T>, 1}, other}, {{1, MakeNaN<T>(false, true, 1)}, other},
+        {{2, 0}, {-3, 0}},         {{2, -T{0}}, {T{0}, -T{0}}}};
+    Random random(6);
+    const auto part = [&random] {
+        const T x = random.Between<T>(T{0x1p-10}, T{0.5});
+        return random.Below(2) == 0 ? x : -x;
+    };
+    std::vector<Z> a, b;
+    for (const std::uint64_t plain : {0u, 3u, 30u, 300u}) {
+        for (int i = 0; i < 10000; ++i) {
+            const bool isOdd = random.Below(plain + 1) == 0;
+            const auto [x, y] = isOdd ? odd[random.Below(std::size(odd))]
+                                      : std::pair<Z, Z>({part(), part()}, {part(), part()});
+            a.push_back(x);
+            b.push_back(y);
+        }
+    }
+    std::vector<Z> dst(a.size());
+    Times(dst.data(), a.data(), b.data(), 1, 1, 1, a.size());
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        ASSERT_TRUE(BitwiseButNaN{}(dst[i], ReferenceTimes(a[i], b[i])))
+            << "element " << i << ": " << Show(a[i]) << " times " << Show(b[i]);
+    }
+}
+
 TYPED_TEST(RealArithmetic, ReciprocalIsNoQuotient) {
     using T = TypeParam;
     Random random(4);
