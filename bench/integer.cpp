@@ -6,11 +6,9 @@
 #include <cstring>
 #include <limits>
 
-#include <emmintrin.h>
-
 #include <nx/nx.hpp>
 
-#include "cases.hpp"
+#include "peers.hpp"
 
 namespace bench {
 namespace {
@@ -157,18 +155,6 @@ void CallCopy(const Arrays& x, auto copy) {
     copy(x.dst, x.src[0], x.count * sizeof(T));
     if (sources == 2) {
         copy(x.dst, x.src[1], x.count * sizeof(T) / 2);
-    }
-}
-
-/// With vectors of 16 bytes, which is all that nx has.
-void CopySse2(void* to, const void* from, std::size_t bytes) {
-    auto* const dst = static_cast<__m128i*>(to);
-    const auto* const src = static_cast<const __m128i*>(from);
-    for (unsigned long i = 0; i < bytes / sizeof(__m128i); i += 4) {
-        _mm_store_si128(dst + i, _mm_load_si128(src + i));
-        _mm_store_si128(dst + i + 1, _mm_load_si128(src + i + 1));
-        _mm_store_si128(dst + i + 2, _mm_load_si128(src + i + 2));
-        _mm_store_si128(dst + i + 3, _mm_load_si128(src + i + 3));
     }
 }
 

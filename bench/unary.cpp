@@ -34,13 +34,13 @@ std::vector<Case> OneOperand() {
     table.Unary("Abs", numbers, Nx([](auto... x) { nx::Abs(x...); }),
                 Plain([](auto x) { return std::fabs(x); }));
     table.Unary("Ceil", numbers, Nx([](auto... x) { nx::Ceil(x...); }),
-                Plain([](auto x) { return std::ceil(x); }));
+                Plain([](auto x) { return std::ceil(x); }), Copy{});
     table.Unary("Floor", numbers, Nx([](auto... x) { nx::Floor(x...); }),
-                Plain([](auto x) { return std::floor(x); }));
+                Plain([](auto x) { return std::floor(x); }), Copy{});
     table.Unary("Fix", numbers, Nx([](auto... x) { nx::Fix(x...); }),
-                Plain([](auto x) { return std::trunc(x); }));
+                Plain([](auto x) { return std::trunc(x); }), Copy{});
     table.Unary("Round", numbers, Nx([](auto... x) { nx::Round(x...); }),
-                Plain([](auto x) { return std::round(x); }));
+                Plain([](auto x) { return std::round(x); }), Copy{});
     table.Unary("Sign", both, Nx([](auto... x) { nx::Sign(x...); }), Plain(plainSign));
     table.Predicate("IsNaN", both, Nx([](auto... x) { nx::IsNaN(x...); }),
                     Plain([](auto x) { return x != x; }));
