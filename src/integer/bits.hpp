@@ -2,6 +2,8 @@
 #ifndef NX_INTEGER_BITS_HPP
 #define NX_INTEGER_BITS_HPP
 
+#include <algorithm>
+
 #include "integer/extremes.hpp"
 #include "integer/frame.hpp"
 #include "integer/plus.hpp"
@@ -64,13 +66,10 @@ struct SignRule {
     template <Narrow T>
     static Block<T> Blocks(Block<T> a, Block<T> b) {
         // Masks are -1 where they hold.
-        if constexpr (std::same_as<T, short>) {
-            const __m128i notAbove = _mm_min_epi16((__m128i)a, _mm_set1_epi16(1));
-            return (Block<T>)_mm_max_epi16(notAbove, _mm_set1_epi16(-1));
-        } else if constexpr (std::same_as<T, int>) {
+        if constexpr (std::same_as<T, int>) {
             return (a >> 31) - (Block<T>)(a > b);
         } else if constexpr (isSigned<T>) {
-            return (Block<T>)(a < b) - (Block<T>)(a > b);
+            return Max::Blocks<T>(Min::Blocks<T>(a, Splat<T>(1)), Splat<T>(-1));
         } else {
             return (Block<T>)(a == b) + T{1};
         }
@@ -108,9 +107,8 @@ struct NegativeRule {
         if constexpr (sizeof(T) < 4) {
             return Difference::Blocks<T>(b, a);
         } else {
-            // The lowest number stays negative, and one below it comes the highest.
-            return (Block<T>)_mm_add_epi32(_mm_sub_epi32((__m128i)b, (__m128i)a),
-                                           (__m128i)(a == lo<T>));
+            // From -1 in place of 0 the lowest number leaves the highest.
+            return (Block<T>)_mm_sub_epi32((__m128i)(a == lo<T>), (__m128i)a);
         }
     }
 };
@@ -138,12 +136,14 @@ void Absolute(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
 template <Integer T>
 void Negative(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
               unsigned long count) {
-    const T zero = 0;
     if constexpr (isSigned<T>) {
+        const T zero = 0;
         Walk<NegativeRule>(dst, src, &zero, dstStride, srcStride, 0, count);
-    } else {
+    } else if (dstStride == 1) {
         // The source is not even read.
-        Walk<Or>(dst, &zero, &zero, dstStride, 0, 0, count);
+        std::fill_n(dst, count, T{0});
+    } else {
+        Fill(dst, dstStride, T{0}, count);
     }
 }
 

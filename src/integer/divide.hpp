@@ -18,15 +18,13 @@
 
 namespace nx::integer {
 
-/// The quotients of numbers of T, with the factor.
-template <Narrow T, Value W>
-W FactoredQuotient(W a, W b) {
+/// The quotients of numbers of T, with the factor; it comes first, where it delays nothing.
+template <Narrow T>
+requires(sizeof(T) < 4) f32x4 FactoredQuotient(f32x4 a, f32x4 b) {
     if constexpr (sizeof(T) == 1) {
-        return a * (f32x4)_mm_rcp_ps((__m128)b) * (1 + 0x1p-10f);
-    } else if constexpr (sizeof(T) == 2) {
-        return a / b * (1 + 0x1p-19f);
+        return a * (1 + 0x1p-10f) * (f32x4)_mm_rcp_ps((__m128)b);
     } else {
-        return a / b * (1 + 0x1p-40);
+        return a * (1 + 0x1p-19f) / b;
     }
 }
 
@@ -74,7 +72,8 @@ struct Quotient : CollapsesIntegers {
     }
 
     template <Narrow T>
-    [[gnu::always_inline]] static Block<T> Blocks(Block<T> a, Block<T> b) {
+    requires(!std::same_as<T, int>)
+        [[gnu::always_inline]] static Block<T> Blocks(Block<T> a, Block<T> b) {
         const Block<T> rounded = RoundedQuotients<T>(a, b);
         const auto byZero = (__m128i)(b == 0);
         if (_mm_movemask_epi8(byZero) == 0) [[likely]] {
@@ -82,6 +81,25 @@ struct Quotient : CollapsesIntegers {
         }
         const auto limit = (Block<T>)((a != 0) & LimitBeyond<T>(a));
         return Choose<T>(byZero, limit, rounded);
+    }
+
+    /// The two halves of a block share a division, of the factor by both divisors: a quotient has
+    /// up to four rounding errors. In place of 0 a divisor is so small that quotients pass the
+    /// limits.
+    template <Narrow T>
+    requires std::same_as<T, int>
+    [[gnu::always_inline]] static Block<T> Blocks(Block<T> a, Block<T> b) {
+        const Spread<T, f64x2> dividends = ToDoubles<T>(a);
+        const Spread<T, f64x2> divisors = ToDoubles<T>(b);
+        const f64x2 lower = divisors.part[0] + 0x1p-60;
+        const f64x2 upper = divisors.part[1] + 0x1p-60;
+        const f64x2 reciprocal = (1 + 0x1p-40) / (lower * upper);
+        const auto rounded = [](f64x2 quotient) {
+            // Below the range, conversion gives the lowest `int`.
+            return _mm_cvtpd_epi32((__m128d)Lesser(Broadcast<f64x2>(hi<T>), quotient));
+        };
+        return (Block<T>)_mm_unpacklo_epi64(rounded(dividends.part[0] * upper * reciprocal),
+                                            rounded(dividends.part[1] * lower * reciprocal));
     }
 
 private:
@@ -96,16 +114,6 @@ private:
             Block<T> rounded;
             Round<T>(quotients, rounded);
             return rounded;
-        } else if constexpr (std::same_as<T, int>) {
-            const Spread<T, f64x2> dividends = ToDoubles<T>(a);
-            const Spread<T, f64x2> divisors = ToDoubles<T>(b);
-            const auto rounded = [&](int j) {
-                // The limit is passed by the lowest `int` and -1 alone.
-                return _mm_cvtpd_epi32(
-                    (__m128d)Lesser(Broadcast<f64x2>(hi<T>),
-                                    FactoredQuotient<T>(dividends.part[j], divisors.part[j])));
-            };
-            return (Block<T>)_mm_unpacklo_epi64(rounded(0), rounded(1));
         } else {
             const Spread<T, f32x4> dividends = ToScaledFloats<T>(a);
             const Spread<T, f32x4> divisors = ToScaledFloats<T>(b);

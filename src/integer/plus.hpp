@@ -71,7 +71,7 @@ struct Sum {
                 const __m128i flip = _mm_set1_epi32(lo<int>);
                 const __m128i flipped = va ^ flip;
                 const __m128i sum = _mm_add_epi32(flipped, vb);
-                return (Block<T>)((sum ^ flip) | _mm_cmpgt_epi32(flipped, sum));
+                return (Block<T>)(_mm_cmpgt_epi32(flipped, sum) | (sum ^ flip));
             }
         }
     }
@@ -146,8 +146,8 @@ struct Difference {
                 const __m128i flip = _mm_set1_epi32(lo<int>);
                 const __m128i flippedA = va ^ flip;
                 const __m128i flippedB = vb ^ flip;
-                return (Block<T>)_mm_andnot_si128(_mm_cmpgt_epi32(flippedB, flippedA),
-                                                  _mm_sub_epi32(flippedA, flippedB));
+                return (Block<T>)(_mm_cmpgt_epi32(flippedA, flippedB) &
+                                  _mm_sub_epi32(flippedA, flippedB));
             }
         }
     }
