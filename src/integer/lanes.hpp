@@ -207,19 +207,6 @@ Spread<T, f64x2> ToDoubles(Block<T> v) {
     return spread;
 }
 
-/// Twice the values, without their fractions: half of that, rounded away from zero, is the nearest
-/// integer.
-template <Narrow T>
-Words<T> TwiceCutOff(const Spread<T, f64x2>& v) {
-    Words<T> words;
-    for (unsigned long j = 0; j < words.count; ++j) {
-        const f64x2* const pair = v.part + 2 * j;
-        words.part[j] = _mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)(pair[0] + pair[0])),
-                                           _mm_cvttpd_epi32((__m128d)(pair[1] + pair[1])));
-    }
-    return words;
-}
-
 /// The elements of a block as `float`; of a signed T, times the power of two by which `SpreadWords`
 /// shifts them.
 template <Narrow T>
@@ -235,19 +222,43 @@ requires(sizeof(T) < 4) Spread<T, f32x4> ToScaledFloats(Block<T> v) {
 // To the nearest integers, halves away from zero, and saturated. False if lanes do not serve some
 // of the values: NaN, and what is far beyond a range below 32 bits.
 
+/// Just below 0.5: with it, what is below a half stays below 1, and what is a half gets there.
+inline constexpr double belowHalf = 0.5 - std::numeric_limits<double>::epsilon() / 4;
+
+/// If T is unsigned, the nearest integers, or any below 1 for those below 0; else twice the values
+/// without their fractions. For a NaN, and beyond the range of `int`, its lowest number.
+template <Narrow T>
+requires(sizeof(T) < 4) Words<T> CutOff(const Spread<T, f64x2>& v) {
+    const auto cutOff = [](f64x2 x) {
+        return _mm_cvttpd_epi32((__m128d)(x + (isSigned<T> ? x : Broadcast<f64x2>(belowHalf))));
+    };
+    Words<T> words;
+    for (unsigned long j = 0; j < words.count; ++j) {
+        words.part[j] = _mm_unpacklo_epi64(cutOff(v.part[2 * j]), cutOff(v.part[2 * j + 1]));
+    }
+    return words;
+}
+
 template <Narrow T>
 requires(sizeof(T) == 1)
     [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
-    const Words<T> twice = TwiceCutOff<T>(v);
+    const Words<T> words = CutOff<T>(v);
+    __m128i lowest{};
     const auto half = [&](int j) {
-        // The shift rounds down.
-        const __m128i n = _mm_packs_epi32(twice.part[j], twice.part[j + 1]);
-        const __m128i positive = _mm_cmpgt_epi16(n, __m128i{});
-        return (Block<Wider<T>>)_mm_srai_epi16(_mm_subs_epi16(n, positive), 1);
+        __m128i n = _mm_packs_epi32(words.part[j], words.part[j + 1]);
+        lowest |= _mm_cmpeq_epi16(n, _mm_set1_epi16(lo<short>));
+        if constexpr (isSigned<T>) {
+            // The shift rounds down.
+            n = _mm_srai_epi16(_mm_subs_epi16(n, _mm_cmpgt_epi16(n, __m128i{})), 1);
+        }
+        return (Block<Wider<T>>)n;
     };
     result = Pack<T>({half(0), half(2)});
+    if (_mm_movemask_epi8(lowest) == 0) [[likely]] {
+        return true;
+    }
     __m128i failed{};
-    for (const __m128i& part : twice.part) {
+    for (const __m128i& part : words.part) {
         failed |= _mm_cmpeq_epi32(part, _mm_set1_epi32(lo<int>));
     }
     return _mm_movemask_epi8(failed) == 0;
@@ -256,13 +267,17 @@ requires(sizeof(T) == 1)
 template <Narrow T>
 requires(sizeof(T) == 2)
     [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
-    Words<T> words = TwiceCutOff<T>(v);
+    Words<T> words = CutOff<T>(v);
     __m128i failed{};
     for (__m128i& part : words.part) {
-        part = _mm_sub_epi32(part, _mm_cmpgt_epi32(part, __m128i{}));
-        // Also where the highest number has wrapped.
-        failed |= _mm_cmpeq_epi32(part, _mm_set1_epi32(lo<int>));
-        part = _mm_srai_epi32(part, 1);
+        if constexpr (isSigned<T>) {
+            part = _mm_sub_epi32(part, _mm_cmpgt_epi32(part, __m128i{}));
+        }
+        // Also where the highest number has wrapped, and what packing does not serve.
+        failed |= _mm_cmpgt_epi32(_mm_set1_epi32(lo<int> + (1 << 15)), part);
+        if constexpr (isSigned<T>) {
+            part = _mm_srai_epi32(part, 1);
+        }
     }
     result = PackWords<T>(words);
     return _mm_movemask_epi8(failed) == 0;
@@ -272,11 +287,10 @@ template <Narrow T>
 requires std::same_as<T, int>
 [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
     const auto cutOff = [](f64x2 x) {
-        // Just below 0.5: what is below a half stays below 1, and what is a half gets there.
-        constexpr double half = 0.5 - std::numeric_limits<double>::epsilon() / 4;
         // Below the range, conversion gives the lowest `int`.
         const f64x2 bounded = Lesser(Broadcast<f64x2>(hi<T>), x);
-        return _mm_cvttpd_epi32((__m128d)(bounded + WithSignOf(Broadcast<f64x2>(half), bounded)));
+        return _mm_cvttpd_epi32(
+            (__m128d)(bounded + WithSignOf(Broadcast<f64x2>(belowHalf), bounded)));
     };
     result = (Block<T>)_mm_unpacklo_epi64(cutOff(v.part[0]), cutOff(v.part[1]));
     return !Any<f64x2>(Unordered(v.part[0], v.part[1]));
@@ -285,17 +299,23 @@ requires std::same_as<T, int>
 template <Narrow T>
 requires std::same_as<T, unsigned int>
 [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
-    const auto round = [](f64x2 x) {
-        // This order of the operands gives 0 for a NaN.
-        const f64x2 bounded = Lesser(Broadcast<f64x2>(hi<T>), Greater(f64x2{}, x));
-        // Conversions reach no further than 2^31. The lower bits of these sums are the nearest
-        // integer, from a half the even one; and one more than that, from a half an odd number.
-        const auto even = (__m128i)(bounded + 0x1p52);
-        const auto odd = (__m128i)(bounded + (0x1p52 + 1));
-        // Their sum is one more than twice the nearest integer, from a half twice the upper one.
-        return (__m128)_mm_srli_epi64(_mm_add_epi64(even, odd), 1);
+    // This order of the operands gives 0 for a NaN.
+    const auto bounded = [](f64x2 x) {
+        return Lesser(Broadcast<f64x2>(hi<T>), Greater(f64x2{}, x));
     };
-    result = (Block<T>)_mm_shuffle_ps(round(v.part[0]), round(v.part[1]), _MM_SHUFFLE(2, 0, 2, 0));
+    const f64x2 lower = bounded(v.part[0]);
+    const f64x2 upper = bounded(v.part[1]);
+    // Conversions reach no further than 2^31. The low words of sums with 2^52 are the nearest
+    // integers, from a half the even ones; those of one more are one more, but from a half of which
+    // the lower integer is even they are two more.
+    const auto lowWords = [&](double above) {
+        return (__m128i)_mm_shuffle_ps((__m128)(lower + above), (__m128)(upper + above),
+                                       _MM_SHUFFLE(2, 0, 2, 0));
+    };
+    const __m128i even = lowWords(0x1p52);
+    const __m128i odd = lowWords(0x1p52 + 1);
+    const __m128i isTwoMore = _mm_cmpeq_epi32(_mm_sub_epi32(odd, even), _mm_set1_epi32(2));
+    result = (Block<T>)_mm_sub_epi32(even, isTwoMore);
     return true;
 }
 
