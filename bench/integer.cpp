@@ -158,6 +158,20 @@ void CallCopy(const Arrays& x, auto copy) {
     }
 }
 
+/// The least that a family of two operands does: it reads and writes every byte once. Copies that
+/// move as many bytes pass over fewer of them, some twice, which counts where caches end.
+void OrSse2(const Arrays& x, std::size_t bytes) {
+    auto* const dst = static_cast<__m128i*>(x.dst);
+    const auto* const a = static_cast<const __m128i*>(x.src[0]);
+    const auto* const b = static_cast<const __m128i*>(x.src[1]);
+    for (unsigned long i = 0; i < bytes / sizeof(__m128i); i += 4) {
+        _mm_store_si128(dst + i, _mm_load_si128(a + i) | _mm_load_si128(b + i));
+        _mm_store_si128(dst + i + 1, _mm_load_si128(a + i + 1) | _mm_load_si128(b + i + 1));
+        _mm_store_si128(dst + i + 2, _mm_load_si128(a + i + 2) | _mm_load_si128(b + i + 2));
+        _mm_store_si128(dst + i + 3, _mm_load_si128(a + i + 3) | _mm_load_si128(b + i + 3));
+    }
+}
+
 /// A family of one operand, or of two integers, that only memory should limit.
 template <class T, unsigned sources, class Nx>
 void CallNxOnIntegers(const Arrays& x) {
@@ -201,6 +215,10 @@ void AddCopyLike(std::vector<Case>& cases, const char* family, Nx) {
              {{"nx", CallNxOnIntegers<T, sources, Nx>},
               {"memcpy", [](const Arrays& x) { CallCopy<T, sources>(x, std::memcpy); }},
               {"copy-sse2", [](const Arrays& x) { CallCopy<T, sources>(x, CopySse2); }}}});
+        if constexpr (sources == 2) {
+            cases.back().implementations.push_back(
+                {"or-sse2", [](const Arrays& x) { OrSse2(x, x.count * sizeof(T)); }});
+        }
     });
 }
 
