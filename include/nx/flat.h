@@ -3,7 +3,8 @@
  * Every function exists on double, nxDoubleScalar..., and on float, nxSingleScalar...: the same
  * rule in the type's own precision. They are pure: no state, no errno, callable from any number of
  * threads. Arguments by value come first, results through pointers after them. A domain error gives
- * the default NaN, the negative quiet NaN 0xFFF8000000000000 (0xFFC00000 for float).
+ * the default NaN, the negative quiet NaN 0xFFF8000000000000 (0xFFC00000 for float), but sine,
+ * cosine and tangent of an infinity promise no more than a NaN.
  */
 #ifndef NX_FLAT_H
 #define NX_FLAT_H

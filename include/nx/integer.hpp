@@ -44,7 +44,7 @@ template <class T>
 NX_API void IntVectorMinus(T* dst, T* a, double* b, unsigned long dstStride, unsigned long aStride,
                            unsigned long bStride, unsigned long count);
 
-/// Product `a * b`. Of `unsigned long` and `double`, one that rounds up to 2^64 gives 0.
+/// Product `a * b`. Of 64 bits and `double`, one of a size that rounds up to 2^64 gives 0.
 template <class T>
 NX_API void IntVectorTimes(T* dst, T* a, T* b, unsigned long dstStride, unsigned long aStride,
                            unsigned long bStride, unsigned long count);

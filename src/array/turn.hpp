@@ -85,7 +85,7 @@ struct PiMultiples {
 
     template <class T>
     static constexpr T stepsInUnit = 12;
-    /// In steps, and rounded as these are.
+    /// In steps. They are of the rest and not of x, whose rounding `places` makes room for.
     template <Value V>
     static V Beyond(V r, V n) {
         return Steps(r) - n;
@@ -257,7 +257,7 @@ struct AngleLanes {
     V rest, quarters, exact;
 };
 
-/// Rare: large, infinite, NaN or so small that a tail is rounded; what comes to lie just above
+/// Rare: large, infinite, NaN or so small that the steps underflow; what comes to lie just above
 /// turn/8, since the estimate of the quarters is a little low; and what is so close to a whole step
 /// that the rounding of x in steps decides.
 template <class Unit, Value V>

@@ -157,7 +157,8 @@ struct AsinKernel : AsinPhases {
     };
 
     /// In the small range s2 is 2 * a: the root of a rounded square is what was squared. It has to
-    /// be put right where the square underflows; elsewhere in [-1, 1] it is not above 2 * a.
+    /// be put right where the square underflows; elsewhere in [-1, 1] it is not above 2 * a. At 1 it
+    /// becomes a value that is lost beside pi/2.
     template <Value V>
     static Argument<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;

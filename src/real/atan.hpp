@@ -345,7 +345,7 @@ private:
         return Placed(x < 0 && exponents < -60 ? T{0} : KernelAtan(ay / ax), y, x);
     }
 
-    /// Step 5, for an x other than -0.
+    /// Step 5. An x of -0 counts as +0.
     template <Value V>
     static V Placed(V z, V y, V x) {
         using C = Angles<ElementOf<V>>;

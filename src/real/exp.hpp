@@ -224,6 +224,7 @@ struct ExpKernel {
             // Without r the result is 1 + x. And e^1 has to be e, which the formula misses by one
             // place upwards.
             argument.r = Drop(Less(Abs(x), Broadcast<V>(C::tiny)), argument.r);
+            // A mask is -1.
             argument.step += (BitsOf<V>)Equal(x, Broadcast<V>(1));
         }
         return argument;

@@ -20,7 +20,7 @@ namespace nx::real {
 
 using namespace core;
 
-/// Bounds on upper words, and the scale of step 2 as a word, a power of two and its exponent.
+/// Bounds on upper words, the values next to them, and the scales of step 2.
 template <class T>
 struct HypotConstants;
 

@@ -35,7 +35,7 @@ struct ReductionConstants<double> {
     static constexpr double pio2_3 = Pinned(2.0222662487111665e-21, 0x3BA3198A2E000000);
     static constexpr double pio2_3t = Pinned(8.4784276603689e-32, 0x397B839A252049C1);
 
-    /// The last upper words up to which n is 1, and up to which n times `pio2_1` is exact.
+    /// The last upper words up to which n is 1 or -1, and up to which n times `pio2_1` is exact.
     static constexpr std::int32_t oneWord = 0x4002D97B;
     static constexpr std::int32_t mediumWord = 0x413921FB;
     static constexpr std::int32_t infinityWord = 0x7FF00000;
@@ -216,7 +216,7 @@ __extension__ typedef unsigned __int128 u128;
         const int point = bits * lastTerm - q0;
         const u128 fractionMask = (u128{1} << point) - 1;
         half = static_cast<int>(total >> (point - 1)) & 1;
-        n = static_cast<int>(total >> point) + half;
+        n = static_cast<int>(total >> point & 7) + half;
         // At least one half: the remainder is what is missing.
         const u128 flip = u128{0} - static_cast<u128>(half);
         total = ((total ^ flip) - flip) & fractionMask;
