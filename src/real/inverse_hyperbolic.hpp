@@ -132,7 +132,9 @@ V FinishSum(const LogOfSum<V>& x) {
 }
 
 /// asinh and acosh from y on: log(y) from `large` on, log1p(y) below. The sum of the root and |x|
-/// is that of log1p, or the argument of log, but for some last places.
+/// is that of log1p, or the argument of log, but for some last places. From huge |x| on, where the
+/// quotient in y is lost beside |x| and the root may be infinite, log(|x|) takes no more than
+/// leaving out the root and the second |x|.
 struct EitherLogPhases {
     template <Value V>
     struct Argument {
@@ -141,7 +143,7 @@ struct EitherLogPhases {
     };
     template <Value V>
     struct State : Argument<V>, LogOfSum<V> {
-        V y, subtracted;
+        V y, subtracted, ln2IfHuge;
     };
 
     template <class V>
@@ -182,50 +184,40 @@ struct EitherLogPhases {
     }
 };
 
-/// log(2a) on lanes for huge a. Rare: below `bound`, or what log has rare.
-template <Value V>
-V LogOfTwice(V a, ElementOf<V> bound, MaskOf<V>& rare) {
-    const V log = LogKernel::Next(LogKernel::First(a, rare));
-    rare |= Less(a, Broadcast<V>(bound));
-    return log + LogConstants<ElementOf<V>>::ln2;
-}
-
 // asinh.
 
 struct AsinhKernel : EitherLogPhases {
     using EitherLogPhases::Next;
 
-    /// Rare: huge, or NaN, or the logarithm is.
+    /// Rare: infinite, or NaN, or the logarithm is.
     template <Value V>
     static Argument<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
         using C = InverseHyperbolicConstants<T>;
         const V a = Abs(x);
         const V root = Sqrt(x * x + T{1});
-        rare |= NotBelow(a, C::hugeAsinh) | IsNextToPower(root + a);
+        const MaskOf<V> huge = LessEqual(Broadcast<V>(C::hugeAsinh), a);
+        rare |= NotBelow(a, infinity<T>) | IsNextToPower(a + Drop(huge, root));
         return {x, root, LessEqual(Broadcast<V>(C::large), a)};
     }
 
     template <class V>
     static void Next(State<V>& x, Phase<0>) {
+        using T = ElementOf<V>;
         const V a = Abs(x.x);
         const V one = Broadcast<V>(1);
         const V more = Keep(x.isLog, a);
-        x.y = Select(x.isLog, one, x.x * x.x) / (x.root + Greater(one, more)) + (a + more);
+        const MaskOf<V> huge = LessEqual(Broadcast<V>(InverseHyperbolicConstants<T>::hugeAsinh), a);
+        x.ln2IfHuge = Keep(huge, Broadcast<V>(LogConstants<T>::ln2));
+        x.y = Select(x.isLog, one, x.x * x.x) / (x.root + Greater(one, more)) +
+              (a + Drop(huge, more));
     }
 
     template <class V>
     static V Next(const State<V>& x, Phase<5>) {
         using C = InverseHyperbolicConstants<ElementOf<V>>;
         const MaskOf<V> tiny = Less(Abs(x.x), Broadcast<V>(C::tinyAsinh));
-        return WithSignUnless(tiny, FinishSum<V>(x), x.x);
-    }
-
-    /// Huge |x|.
-    template <Value V>
-    static V Second(V x, MaskOf<V>& rare) {
-        using C = InverseHyperbolicConstants<ElementOf<V>>;
-        return WithSignOf(LogOfTwice(Abs(x), C::hugeAsinh, rare), x);
+        return WithSignUnless(tiny, FinishSum<V>(x) + x.ln2IfHuge, x.x);
     }
 
     template <class T>
@@ -259,7 +251,7 @@ T KernelAsinh(T x) {
 struct AcoshKernel : EitherLogPhases {
     using EitherLogPhases::Next;
 
-    /// Rare: below 1, huge or NaN, or the logarithm is.
+    /// Rare: below 1, infinite, or NaN, or the logarithm is.
     template <Value V>
     static Argument<V> First(V x, MaskOf<V>& rare) {
         using T = ElementOf<V>;
@@ -267,27 +259,26 @@ struct AcoshKernel : EitherLogPhases {
         const MaskOf<V> large = LessEqual(Broadcast<V>(C::large), x);
         const V t = x - T{1};
         const V root = Sqrt(Select(large, x * x - T{1}, (t + t) + t * t));
+        const MaskOf<V> huge = LessEqual(Broadcast<V>(C::hugeAcosh), x);
         // One of the first two finds any negative value.
         rare |= (i32x4)(Words(x) - static_cast<std::uint32_t>(UpperWord(T{1}))) |
-                NotBelow(x, C::hugeAcosh) | IsNextToPower(x + root);
+                NotBelow(x, infinity<T>) | IsNextToPower(x + Drop(huge, root));
         return {x, root, large};
     }
 
     template <class V>
     static void Next(State<V>& x, Phase<0>) {
         using T = ElementOf<V>;
-        x.y = Select(x.isLog, (x.x + x.x) - T{1} / (x.x + x.root), x.root + (x.x - T{1}));
+        const MaskOf<V> huge =
+            LessEqual(Broadcast<V>(InverseHyperbolicConstants<T>::hugeAcosh), x.x);
+        x.ln2IfHuge = Keep(huge, Broadcast<V>(LogConstants<T>::ln2));
+        x.y =
+            Select(x.isLog, (x.x + Drop(huge, x.x)) - T{1} / (x.x + x.root), x.root + (x.x - T{1}));
     }
 
     template <class V>
     static V Next(const State<V>& x, Phase<5>) {
-        return FinishSum<V>(x);
-    }
-
-    /// Huge x.
-    template <Value V>
-    static V Second(V x, MaskOf<V>& rare) {
-        return LogOfTwice(x, InverseHyperbolicConstants<ElementOf<V>>::hugeAcosh, rare);
+        return FinishSum<V>(x) + x.ln2IfHuge;
     }
 
     template <class T>
