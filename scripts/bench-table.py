@@ -56,8 +56,10 @@ loop over the 1-ulp SSE2 function, `plain` a loop left to the compiler, `eigen` 
 `eigen-same-nan` follows the same rule for NaN as nx. `numpy` dispatches on the processor,
 `numpy-baseline` keeps to SSE3 and below; both include the cost of a call from Python. `same-steps` is
 a loop over nx's own function of one element, `branches` the steps of a flat entry written down as
-plain branches, `direct-and-division` two families of nx one after the other, `copy-sse2` and `memcpy`
-move as many bytes. A branch predictor learns 1,024 elements by heart, which flatters loops that
+plain branches, `direct-and-division` two families of nx one after the other. `copy-sse2` and `memcpy`
+move as many bytes, `or-sse2` joins two arrays into a third. Flat entries and their branches take
+turns with copies of themselves whose code lies 16 bytes further on: where it lies changes the time
+of a call by a tenth. A branch predictor learns 1,024 elements by heart, which flatters loops that
 branch on each: for these the second figure is the one to go by. Only ratios are comparable, and
 only inside one run."""
 
