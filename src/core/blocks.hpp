@@ -165,7 +165,7 @@ bool EvaluatePhases(Outputs<K, T> out, const Outputs<K, T>* elsewhere, unsigned 
     using Started = decltype(K::First(Load<V>(in)..., rare));
     typename StateOf<K, V, Started>::type states[blockVectors];
     for (unsigned long j = 0; j < count / lanes; ++j) {
-        static_cast<Started&>(states[j]) = K::First(Load<V>(in + j * lanes)..., rare);
+        static_cast<Started&>(states[j]) = K::First(InRegister(Load<V>(in + j * lanes))..., rare);
     }
     const bool serves = !Any<V>(rare);
     if (!serves) [[unlikely]] {

@@ -346,6 +346,14 @@ inline f32x4 Sqrt(f32x4 v) {
     return (f32x4)_mm_sqrt_ps((__m128)v);
 }
 
+/// v in a register. What g++ 12 has just stored, it loads again where that spares a copy, and then
+/// all waits for the store.
+template <class V>
+V InRegister(V v) {
+    asm("" : "+x"(v));
+    return v;
+}
+
 /// The sign bit of a, and the bits of a magnitude.
 template <Value V>
 V WithSignOf(V magnitude, V a) {
