@@ -42,8 +42,8 @@ struct AsinConstants<double> {
 
     /// From here on, 1 is so close that the arcsine needs no f.
     static constexpr double headEnd = std::bit_cast<double>(UINT64_C(0x3FEF333300000000));
-    /// Squares of smaller values may be too small to have all their digits.
-    static constexpr double squareUnderflows = 0x1p-500;
+    /// Of the squares of smaller values R is lost beside 1. Subnormal ones would take long.
+    static constexpr double leastRoot = 0x1p-55;
     /// The bits that f leaves out.
     static constexpr std::uint64_t lowBits = UINT64_C(0x00000000FFFFFFFF);
 };
@@ -57,7 +57,7 @@ struct AsinConstants<float> {
     static constexpr float Q2 = Pinned(0.2899995744228363f, 0x3E947AD3);
 
     static constexpr float headEnd = std::bit_cast<float>(UINT32_C(0x3F79999A));
-    static constexpr float squareUnderflows = 0x1p-60f;
+    static constexpr float leastRoot = 0x1p-25f;
     static constexpr std::uint32_t lowBits = UINT32_C(0x00000FFF);
 };
 
@@ -128,7 +128,8 @@ struct AsinPhases {
         const V a = Abs(x);
         rare |= NotLess(a, Broadcast<V>(1 + std::numeric_limits<T>::epsilon()));
         const V t = a + a;
-        const V z4 = Lesser(t * t, T{2} - t);
+        const V root = Greater(t, Broadcast<V>(AsinConstants<T>::leastRoot));
+        const V z4 = Lesser(root * root, T{2} - t);
         return {x, z4, Sqrt(z4), AsinNumerator(z4)};
     }
 
@@ -156,18 +157,14 @@ struct AsinKernel : AsinPhases {
         V denominator, c2;
     };
 
-    /// In the small range s2 is 2 * a: the root of a rounded square is what was squared. It has to
-    /// be put right where the square underflows; elsewhere in [-1, 1] it is not above 2 * a. At 1 it
-    /// becomes a value that is lost beside pi/2.
+    /// In the small range s2 is 2 * a: the root of a rounded square is what was squared, and that of
+    /// the least square is more. Outside it is not above 2 * a.
     template <Value V>
     static Argument<V> First(V x, MaskOf<V>& rare) {
-        using T = ElementOf<V>;
         const V a = Abs(x);
-        const V t = a + a;
         AsinPhases::Argument<V> argument = AsinPhases::First(x, rare);
-        const V tiny = Lesser(t, Broadcast<V>(AsinConstants<T>::squareUnderflows));
-        argument.s2 = Lesser(t, Greater(argument.s2, tiny));
-        return {argument, Less(a, Broadcast<V>(T{0.5}))};
+        argument.s2 = Lesser(a + a, argument.s2);
+        return {argument, Less(a, Broadcast<V>(0.5))};
     }
 
     /// The sum is twice the arcsine in the small range, and that of s from `headEnd` on.
