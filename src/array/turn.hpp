@@ -85,7 +85,7 @@ struct PiMultiples {
 
     template <class T>
     static constexpr T stepsInUnit = 12;
-    /// In steps. They are of the rest and not of x, whose rounding `places` makes room for.
+    /// In steps. One value alone rounds 12 * x; `places` makes room for the difference.
     template <Value V>
     static V Beyond(V r, V n) {
         return Steps(r) - n;

@@ -25,7 +25,7 @@ template <>
 struct ComplexConstants<double> {
     /// The square root scales its operand where the magnitude is no normal number: beyond
     /// `rootLimit` down by 2^-3, otherwise up by `rootScale`. The scaled sum is not halved, so that
-    /// the root of twice that scale, 2 or `rootBack`, undoes it.
+    /// the root of twice that scale is undone, by 2 or by `rootBack`.
     static constexpr double rootLimit = Pinned(0x1.fffffffffffffp970, 0x7C9FFFFFFFFFFFFF);
     static constexpr double rootScale = 0x1p51;
     static constexpr double rootBack = 0x1p-26;

@@ -4,8 +4,8 @@
 // hi = x - k * first and lo = k * second, and a remainder hi - lo, on whose square polynomials
 // follow. So the two share vectors: one value alone keeps most of the processor waiting.
 //
-// Lane 0 is y, of which single values are taken, and lane 1 is x; the four lanes of `float` are
-// y, x, y, x.
+// Lane 0 is y, of which most of the single values are taken, and lane 1 is x; the four lanes of
+// `float` are y, x, y, x.
 #ifndef NX_COMPLEX_REDUCED_PAIR_HPP
 #define NX_COMPLEX_REDUCED_PAIR_HPP
 

@@ -1,8 +1,8 @@
 // Rounding to integers, on values and on lanes.
 //
-// SSE2 has no conversion to 64-bit integers. A sum at or above the bound from which on all values
-// are integers is rounded to the nearest one, and what was added is taken away again; a comparison
-// with the value tells in which direction that was.
+// SSE2 has no conversion to 64-bit integers. A sum or difference at or above the bound from which on
+// all values are integers is rounded to the nearest one, and then undone; a comparison with the
+// value tells in which direction that was.
 #ifndef NX_ELEMENTWISE_ROUNDING_HPP
 #define NX_ELEMENTWISE_ROUNDING_HPP
 
@@ -28,7 +28,7 @@ template <real::Rounding rounding>
 struct RoundedToInteger {
     static constexpr bool branches = true;
 
-    // Lesser and Greater give v, bit for bit, where the result is a NaN.
+    // Where the other operand is a NaN, Lesser and Greater give v or |v|, bit for bit.
     template <Value V>
     static V Of(V v) {
         if constexpr (std::floating_point<V>) {

@@ -140,7 +140,7 @@ void Negative(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
         const T zero = 0;
         Walk<NegativeRule>(dst, src, &zero, dstStride, srcStride, 0, count);
     } else if (dstStride == 1) {
-        // The source is not even read.
+        // The source is not even read, and a constant is set by the system's function.
         std::fill_n(dst, count, T{0});
     } else {
         Fill(dst, dstStride, T{0}, count);

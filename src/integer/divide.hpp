@@ -4,8 +4,8 @@
 // (2 |b|) away from one, a relative distance of 1 / (2 |a|). A factor that is closer to 1, but
 // further from it than the error of the quotient, moves halves away from zero and nothing else
 // across one; then the instruction that rounds halves to even is right. `float` has the precision
-// for 16 bits, `double` for 32, and the approximate reciprocal, with its error of 1.5 * 2^-12, for
-// 8.
+// for 16 bits, `double` for `int`, and the approximate reciprocal, with its error of 1.5 * 2^-12,
+// for 8. Quotients of `unsigned int` are rounded as those of `double` operands are.
 #ifndef NX_INTEGER_DIVIDE_HPP
 #define NX_INTEGER_DIVIDE_HPP
 

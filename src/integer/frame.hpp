@@ -6,7 +6,7 @@
 //                                     a T of at most 32 bits; V is `double`, and f64x2 if the rule
 //                                     is straight-line code for lanes
 //   R::Kernel                         in place of `Real`, a kernel of core/blocks.hpp
-//   R::Exact(a, b)                    the same for T of 64 bits, for both orders of the operands
+//   R::Exact(a, b)                    the element of 64 bits and a `double`, for both orders
 //   R::Collapses<T>(double x)         whether one x for the whole array becomes an integer
 //   R::Blocks<T>(a, b)                `Same` on blocks, for the types that have a wide path
 //   R::isShort                        whether that is so little code that its loop is unrolled
@@ -38,7 +38,7 @@ concept HasKernel = requires {
     typename R::Kernel;
 };
 
-/// One element of a family, in all forms.
+/// One element of a family, in all forms but those of a `Kernel`.
 template <class R>
 struct Element {
     template <Integer T>
@@ -47,11 +47,11 @@ struct Element {
     }
     template <Narrow T>
     static T Apply(double a, T b) {
-        return SaturateRound<T>(Real<T, Form::doubleFirst>(a, static_cast<double>(b)));
+        return SaturateRound<T>(R::template Real<T, Form::doubleFirst>(a, static_cast<double>(b)));
     }
     template <Narrow T>
     static T Apply(T a, double b) {
-        return SaturateRound<T>(Real<T, Form::doubleSecond>(static_cast<double>(a), b));
+        return SaturateRound<T>(R::template Real<T, Form::doubleSecond>(static_cast<double>(a), b));
     }
     template <Long T>
     static T Apply(double a, T b) {
@@ -60,16 +60,6 @@ struct Element {
     template <Long T>
     static T Apply(T a, double b) {
         return R::Exact(a, b);
-    }
-
-private:
-    template <Narrow T, Form form>
-    static double Real(double a, double b) {
-        if constexpr (HasKernel<R>) {
-            return R::Kernel::Entry(a, b);
-        } else {
-            return R::template Real<T, form>(a, b);
-        }
     }
 };
 
@@ -186,8 +176,8 @@ void Elements(T* dst, A a, B b, unsigned long first, unsigned long count) {
     GeneralLoop<R>(dst + first, a.From(first).p, b.From(first).p, 1, A::stride, B::stride, count);
 }
 
-/// Groups of blocks, blocks, and the elements that are left. A short family takes no longer than
-/// its stores, and those that save registers around a call would count.
+/// Groups of blocks, blocks, and the elements that are left. A function of its own: in line it would
+/// save registers that a short family, which takes no longer than its stores, has no time for.
 template <class R, class T, class A, class B>
 [[gnu::noinline]] void AlignedLoop(T* dst, A a, B b, unsigned long count) {
     const auto operandsA = a.Operands();

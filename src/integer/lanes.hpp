@@ -306,8 +306,8 @@ requires std::same_as<T, unsigned int>
     const f64x2 lower = bounded(v.part[0]);
     const f64x2 upper = bounded(v.part[1]);
     // Conversions reach no further than 2^31. The low words of sums with 2^52 are the nearest
-    // integers, from a half the even ones; those of one more are one more, but from a half of which
-    // the lower integer is even they are two more.
+    // integers, from a half the even ones. Those of one more are one more, but from a half they are
+    // two more if the even one is below it, which is when it was the wrong one.
     const auto lowWords = [&](double above) {
         return (__m128i)_mm_shuffle_ps((__m128)(lower + above), (__m128)(upper + above),
                                        _MM_SHUFFLE(2, 0, 2, 0));

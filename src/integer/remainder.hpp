@@ -1,8 +1,8 @@
 // Remainders: `Rem` with the sign of the dividend, `Mod` with the sign of the divisor.
 //
 // Lanes take an integer t next to the quotient from floating point, and a - b * t in integers that
-// wrap. For a zero b that is `a` whatever t is, and 0 for b = -1, where the quotient may be too
-// large.
+// wrap, but for the quotients of `short`. For a zero b that is `a` whatever t is, and 0 for b = -1,
+// where the quotient may be too large.
 #ifndef NX_INTEGER_REMAINDER_HPP
 #define NX_INTEGER_REMAINDER_HPP
 

@@ -92,7 +92,7 @@ inline bool IsHalf(double x) {
     return x - Floor(x) == 0.5;
 }
 
-/// Whether an integral x has a value of its own in T. For 64 bits the upper limit as a `double` is
+/// Whether x is between the limits of T. For 64 bits the upper limit as a `double` is
 /// one too much.
 template <Integer T>
 bool IsInRange(double x) {

@@ -61,9 +61,9 @@ struct AsinConstants<float> {
     static constexpr std::uint32_t lowBits = UINT32_C(0x00000FFF);
 };
 
-// R of u^2 times `unit`, a power of two, for which coefficients are as much smaller, exactly. Above
-// the small range all is in terms of z4 = 4 * z, of s2 = 2 * s, its root, and so on, which spares
-// some scaling.
+// R of a square times `unit`, a power of two, for which coefficients are as much smaller, exactly.
+// Lanes, and values above the small range, take all in terms of z4 = 4 * z, of s2 = 2 * s, its root,
+// and so on, which spares some scaling.
 
 template <int unit = 4, Doubles V>
 V AsinNumerator(V z) {

@@ -28,8 +28,8 @@ template <>
 struct HyperbolicConstants<double> {
     /// sinh: below, the result is x.
     static constexpr double tiny = 0x1p-28;
-    /// cosh: below, t is e^a - 1. Here k of e^a - 1 becomes 1, and in
-    /// e^a it has done so at most one word before, where lanes are rare.
+    /// cosh: below, t is e^a - 1. From here on k of e^a - 1 is 1; that of e^a is so from one word
+    /// before on, where lanes are rare.
     static constexpr double smallEnd = std::bit_cast<double>(UINT64_C(0x3FD62E4300000000));
     /// sinh and cosh: below, one exponential does; up to the second, two do.
     static constexpr double oneEnd = std::bit_cast<double>(UINT64_C(0x40862E4200000000));

@@ -13,6 +13,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <type_traits>
 
 #include "core/lanes.hpp"
 #include "real/basic.hpp"
