@@ -2,7 +2,6 @@
 #ifndef NX_ELEMENTWISE_MAGNITUDE_HPP
 #define NX_ELEMENTWISE_MAGNITUDE_HPP
 
-#include <algorithm>
 #include <complex>
 
 #include "core/blocks.hpp"
@@ -27,20 +26,14 @@ void MapMagnitude(T* dst, std::complex<T>* src, unsigned long dstStride, unsigne
     using V = Vector<T>;
     constexpr unsigned long lanes = Lanes<V>::count;
     if (dstStride == 1 && srcStride == 1) {
-        T re[blockElements<T>], im[blockElements<T>];
-        while (count >= lanes) {
-            const unsigned long n = std::min(count - count % lanes, blockElements<T>);
-            for (unsigned long i = 0; i < n; i += lanes) {
-                const Complex<V> z = LoadPairs<V>(src + i);
-                Store(re + i, z.re);
-                Store(im + i, z.im);
-            }
-            EvaluateBlock<real::HypotKernel, Everywhere, T>({dst}, n, static_cast<const T*>(re),
-                                                            static_cast<const T*>(im));
-            dst += n;
-            src += n;
-            count -= n;
-        }
+        const unsigned long vectors = count / lanes;
+        real::HypotKernel::Map<V>(dst, vectors, [=](unsigned long j) {
+            const Complex<V> z = LoadPairs<V>(src + j * lanes);
+            return real::Sides<V>{z.re, z.im};
+        });
+        dst += vectors * lanes;
+        src += vectors * lanes;
+        count -= vectors * lanes;
     }
     // The real and the imaginary parts are two arrays of twice the stride.
     T* const parts = Parts(src);

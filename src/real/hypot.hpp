@@ -8,11 +8,13 @@
 #ifndef NX_REAL_HYPOT_HPP
 #define NX_REAL_HYPOT_HPP
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <utility>
 
+#include "core/blocks.hpp"
 #include "core/lanes.hpp"
 #include "real/basic.hpp"
 
@@ -32,6 +34,9 @@ struct HypotConstants<double> {
     static constexpr std::uint32_t subnormal = 0x000FFFFF;
     /// Half of a sum from here on is too far from a small side.
     static constexpr std::uint32_t nearFrom = small + apart + 0x00200000;
+    /// The sums of squares between these have sides that are near; see HypotKernel.
+    static constexpr double nearSumFrom = 0x1p-874;
+    static constexpr double nearSumBelow = 0x1p998;
     /// The values of which the words are the first above `big` and `small`.
     static constexpr double bigFrom = Pinned(0x1.00001p500, 0x5F30000100000000);
     static constexpr double smallBelow = Pinned(0x1p-500, 0x20B0000000000000);
@@ -48,6 +53,8 @@ struct HypotConstants<float> {
     static constexpr std::uint32_t small = 0x217FFFFF;
     static constexpr std::uint32_t subnormal = 0x007FFFFF;
     static constexpr std::uint32_t nearFrom = small + apart + 0x01000000;
+    static constexpr float nearSumFrom = 0x1p-56f;
+    static constexpr float nearSumBelow = 0x1p118f;
     static constexpr float bigFrom = Pinned(0x1.000002p60f, 0x5D800001);
     static constexpr float smallBelow = Pinned(0x1p-60f, 0x21800000);
     static constexpr float scale = 0x1p90f;
@@ -74,20 +81,19 @@ UpperHalves<V> Split(V a, V b) {
 
 /// The sum of squares of step 3. It doubles b in place of t, which gives the same products, and both
 /// sums are one: a - b is more than b where a is more than 2b, so that a maximum and a minimum take
-/// the place of choices.
+/// the place of choices, and a product with zero that of a missing one.
 template <Value V>
 V SumOfSquares(V a, V b, const UpperHalves<V>& upper) {
     const V w = a - b;
-    const V lower = a - upper.a;
-    const V twiceB = b + b;
+    const V greater = Greater(a, b + b);
     const MaskOf<V> apart = Less(b, w);
     const V lesser = Lesser(b, w);
-    const V rest = lower * Select(apart, upper.a + a, twiceB) +
-                   Drop(apart, upper.a * (twiceB - upper.greater));
+    const V rest = (a - upper.a) * (greater + Keep(apart, upper.a)) +
+                   Drop(apart, upper.a) * (greater - upper.greater);
     return upper.a * upper.greater + (lesser * lesser + rest);
 }
 
-/// The greater and the lesser magnitude.
+/// The greater and the lesser magnitude. Where x or y is a NaN, one of them is.
 template <Value V>
 struct Sides {
     V a, b;
@@ -95,7 +101,7 @@ struct Sides {
 
 template <Value V>
 Sides<V> Sort(V x, V y) {
-    return {Greater(Abs(x), Abs(y)), Lesser(Abs(x), Abs(y))};
+    return {Greater(Abs(x), Abs(y)), Lesser(Abs(y), Abs(x))};
 }
 
 /// True only where no square leaves the normal range; false for a zero side.
@@ -116,31 +122,12 @@ template <class T>
     return std::sqrt(SumOfSquares(a, b, Split(a, b)));
 }
 
-struct HypotKernel {
-    /// Sides that need no scale. Those far apart need no test: the lesser square is lost in the
-    /// sum, and the root's error is below half a place of a. So the sum of the sides alone decides:
-    /// where it is in range, a lesser side that would need a scale is far apart.
-    struct Near {
-        template <Value V>
-        static Sides<V> First(V x, V y, MaskOf<V>& rare) {
-            using C = HypotConstants<ElementOf<V>>;
-            constexpr std::uint32_t lift = 0x80000000 - C::nearFrom;
-            const V sum = Abs(x) + Abs(y);
-            rare |= SignedLess(C::big - 1 + lift, Words(sum) + lift) & NotEqual(sum, V{});
-            return Sort(x, y);
-        }
-
-        template <Value V>
-        static V Next(const Sides<V>& x) {
-            return Sqrt(SumOfSquares(x.a, x.b, Split(x.a, x.b)));
-        }
-    };
-
+/// The kernel for blocks.
+struct HypotOfAnySize {
     /// Sides after step 2. Where the result is `sum`, they are zeros; elsewhere that is.
     template <Value V>
     struct Scaled {
         V a, b, scale, sum;
-        MaskOf<V> isSubnormal;
     };
 
     /// Rare: NaN.
@@ -154,27 +141,30 @@ struct HypotKernel {
     static Scaled<V> Next(const Sides<V>& x) {
         using T = ElementOf<V>;
         using C = HypotConstants<T>;
+        // A zero needs no test: the root of the other square is the other side, also scaled.
         const MaskOf<V> isSum = SpreadUpper<V>(SignedLess(C::apart, Words(x.a) - Words(x.b))) |
-                                Equal(x.b, V{}) | Equal(x.a, Broadcast<V>(infinity<T>));
+                                Equal(x.a, Broadcast<V>(infinity<T>));
         const MaskOf<V> isSubnormal = Less(x.b, Broadcast<V>(std::numeric_limits<T>::min()));
         const MaskOf<V> isSmall = Less(x.b, Broadcast<V>(C::smallBelow));
         const MaskOf<V> isBig = LessEqual(Broadcast<V>(C::bigFrom), x.a);
         const V up = Select(isSubnormal, Broadcast<V>(C::subnormalScale), Broadcast<V>(C::scale));
         const V scale =
             Select(isBig, Broadcast<V>(1 / C::scale), Select(isSmall, up, Broadcast<V>(1)));
-        return {Drop(isSum, x.a) * scale, Drop(isSum, x.b) * scale, scale, Keep(isSum, x.a + x.b),
-                isSubnormal};
+        return {Drop(isSum, x.a) * scale, Drop(isSum, x.b) * scale, scale, Keep(isSum, x.a + x.b)};
     }
 
     /// See `Entry` for the halves of subnormal sides.
     template <Value V>
     static V Next(const Scaled<V>& x) {
         using T = ElementOf<V>;
+        const MaskOf<V> isSubnormal =
+            Equal(x.scale, Broadcast<V>(HypotConstants<T>::subnormalScale));
         const UpperHalves<V> halves = Split(x.a, x.b);
-        const UpperHalves<V> upper = {Drop(x.isSubnormal, halves.a),
-                                      Drop(x.isSubnormal, halves.greater)};
+        const UpperHalves<V> upper = {Drop(isSubnormal, halves.a),
+                                      Drop(isSubnormal, halves.greater)};
         const V root = Sqrt(SumOfSquares(x.a, x.b, upper));
-        return x.sum + root * (T{1} / x.scale);
+        // A power of two's reciprocal has the opposite exponent.
+        return x.sum + root * FromBits<V>(2 * Pattern(T{1}) - Bits(x.scale));
     }
 
     template <class T>
@@ -220,6 +210,112 @@ private:
         a *= C::subnormalScale;
         b *= C::subnormalScale;
         return std::sqrt(SumOfSquares(a, b, UpperHalves<T>{})) / C::subnormalScale;
+    }
+};
+
+/// The same, with a shorter way for sides that need no scale: one loop in place of phases, since its
+/// steps are few and the processor takes one root while it sums the next squares.
+struct HypotKernel : HypotOfAnySize {
+    /// Sides that need no scale. Those far apart need no test: the lesser square is lost in the
+    /// sum, and the root's error is below half a place of a. So the sum of the sides alone decides:
+    /// where it is in range, a lesser side that would need a scale is far apart.
+    struct Near {
+        template <Value V>
+        static Sides<V> First(V x, V y, MaskOf<V>& rare) {
+            using C = HypotConstants<ElementOf<V>>;
+            constexpr std::uint32_t lift = 0x80000000 - C::nearFrom;
+            const V sum = Abs(x) + Abs(y);
+            rare |= SignedLess(C::big - 1 + lift, Words(sum) + lift) & NotEqual(sum, V{});
+            return Sort(x, y);
+        }
+
+        template <Value V>
+        static V Next(const Sides<V>& x) {
+            return Sqrt(SumOfSquares(x.a, x.b, Split(x.a, x.b)));
+        }
+    };
+
+    /// `vectors` vectors of results, with the sides sidesOf(j) for vector j. `out` may be a source.
+    /// Others among near ones are few: two vectors are done. Elsewhere a block is.
+    template <Value V, class SidesOf>
+    static void Map(ElementOf<V>* out, unsigned long vectors, SidesOf sidesOf) {
+        for (unsigned long j = 0; j < vectors;) {
+            const unsigned long end = MapWhileNear<V>(out, j, vectors, sidesOf);
+            const unsigned long others = std::min(vectors - end, end == j ? blockVectors : 2);
+            if (others != 0) [[unlikely]] {
+                MapOthers<V>(out, end, others, sidesOf);
+            }
+            j = end + others;
+        }
+    }
+
+    /// False where the first sides are others, as then most are: the phases take them where they lie.
+    template <class T>
+    static bool WholeBlock(T* out, unsigned long count, const T* x, const T* y) {
+        using V = Vector<T>;
+        if (!IsNear<Near, T>(x, y)) {
+            return false;
+        }
+        constexpr unsigned long lanes = Lanes<V>::count;
+        Map<V>(out, count / lanes, [=](unsigned long j) {
+            return Sides<V>{Load<V>(x + j * lanes), Load<V>(y + j * lanes)};
+        });
+        return true;
+    }
+
+private:
+    /// The sum of squares for near sides; elsewhere, `rare` is set. A sum in range has a greater
+    /// side for which the argument of `Near` holds.
+    template <Value V>
+    static V NearSum(const Sides<V>& sides, MaskOf<V>& rare) {
+        using C = HypotConstants<ElementOf<V>>;
+        constexpr auto from = static_cast<std::uint32_t>(UpperWord(C::nearSumFrom));
+        constexpr auto below = static_cast<std::uint32_t>(UpperWord(C::nearSumBelow));
+        constexpr std::uint32_t lift = 0x80000000 - from;
+        const auto [a, b] = Sort(sides.a, sides.b);
+        const V sum = SumOfSquares(a, b, Split(a, b));
+        rare = SignedLess(below - 1 + lift, Words(sum) + lift);
+        if (Any<V>(rare)) [[unlikely]] {
+            rare &= NotEqual(a + b, V{});
+        }
+        return sum;
+    }
+
+    /// The vectors from j on while they are near. Returns the first one not done.
+    template <Value V, class SidesOf>
+    static unsigned long MapWhileNear(ElementOf<V>* out, unsigned long j, unsigned long vectors,
+                                      SidesOf sidesOf) {
+        MaskOf<V> rare;
+        V sum = NearSum<V>(sidesOf(j), rare);
+        while (!Any<V>(rare)) {
+            ElementOf<V>* const to = out + j * Lanes<V>::count;
+            ++j;
+            if (j == vectors) {
+                Store(to, Sqrt(sum));
+                break;
+            }
+            // Before the root, behind which it would wait for room.
+            const V due = sum;
+            sum = NearSum<V>(sidesOf(j), rare);
+            Store(to, Sqrt(due));
+        }
+        return j;
+    }
+
+    template <Value V, class SidesOf>
+    [[gnu::noinline]] static void MapOthers(ElementOf<V>* out, unsigned long from,
+                                            unsigned long vectors, SidesOf sidesOf) {
+        using T = ElementOf<V>;
+        constexpr unsigned long lanes = Lanes<V>::count;
+        T x[blockElements<T>], y[blockElements<T>];
+        for (unsigned long j = 0; j < vectors; ++j) {
+            const Sides<V> sides = sidesOf(from + j);
+            Store(x + j * lanes, sides.a);
+            Store(y + j * lanes, sides.b);
+        }
+        EvaluateBlock<HypotOfAnySize, Everywhere, T>({out + from * lanes}, vectors * lanes,
+                                                     static_cast<const T*>(x),
+                                                     static_cast<const T*>(y));
     }
 };
 
