@@ -141,7 +141,7 @@ class RealPairsOfOneType : public ::testing::Test {};
 using RealTypes = ::testing::Types<double, float>;
 TYPED_TEST_SUITE(RealPairsOfOneType, RealTypes);
 
-/// A block has a loop of its own where all of its sides are of a size that needs no scale.
+/// Sides of a size that needs no scale have a loop of their own, which stops at the first others.
 TYPED_TEST(RealPairsOfOneType, HypotIsTheSameForBlocksOfOneSize) {
     using T = TypeParam;
     using Limits = std::numeric_limits<T>;
