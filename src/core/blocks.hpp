@@ -16,7 +16,8 @@
 //   Near                             a kernel of a narrow range, without Entry, for blocks inside
 //   Second(V x..., MaskOf<V>& rare)  a second range, in one step, for lanes that First marks; sets
 //                                    `rare` likewise, and may take what the phases gave after x
-//   WholeBlock(T* out, count, const T* x...)   a block of special arguments, or false
+//   WholeBlock(T* out, count, const T* x...)   all of a block in another way, or false; of a
+//                                    function that is defined everywhere
 // A kernel of one argument can also be made from another one, Inner, with one of
 //   Before(V x)                      what to give to Inner in place of x
 //   After(V result)                  what becomes of the result of Inner

@@ -69,7 +69,8 @@ struct SignOf {
     static Complex<V> OfPairs(Complex<V> z, V& doubt) {
         const auto isReal = Equal(z.im, V{});
         MaskOf<V> rare{};
-        const V h = real::HypotKernel::Near::Next(real::HypotKernel::Near::First(z.re, z.im, rare));
+        const V h = real::HypotKernel::NearSides::Next(
+            real::HypotKernel::NearSides::First(z.re, z.im, rare));
         doubt = (V)((i32x4)doubt | (Not(isReal) & SpreadUpper<V>(rare)));
         return {Select(isReal, Of(z.re), z.re / h), Drop(isReal, z.im / h)};
     }

@@ -156,7 +156,7 @@ private:
 
     template <Value V>
     static V Magnitude(Complex<V> z, i32x4& rare) {
-        using K = real::HypotKernel::Near;
+        using K = real::HypotKernel::NearSides;
         return K::Next(K::First(z.re, z.im, rare));
     }
 

@@ -121,7 +121,7 @@ bool HasOrdinarySquares(T x, T y) {
     return IsSizeIn(x, low, high) && IsSizeIn(y, low, high);
 }
 
-/// The root for such sides. Those far apart need no test: see HypotKernel::Near.
+/// The root for such sides. Those far apart need no test: see HypotKernel::NearSides.
 template <class T>
 [[gnu::always_inline]] inline T HypotOfOrdinary(T x, T y) {
     const T ax = std::fabs(x);
@@ -131,7 +131,7 @@ template <class T>
     return std::sqrt(SumOfSquares(a, b, Split(a, b)));
 }
 
-/// The kernel for blocks.
+/// The kernel, with one way for sides of any size.
 struct HypotOfAnySize {
     /// Sides after step 2. Where the result is `sum`, they are zeros; elsewhere that is.
     template <Value V>
@@ -150,7 +150,8 @@ struct HypotOfAnySize {
     static Scaled<V> Next(const Sides<V>& x) {
         using T = ElementOf<V>;
         using C = HypotConstants<T>;
-        // A zero needs no test: the root of the other square is the other side, also scaled.
+        // A zero needs no test: beside a large side it is far apart, and else the root of the
+        // other square, scaled, is exact.
         const MaskOf<V> isSum = SpreadUpper<V>(SignedLess(C::apart, Words(x.a) - Words(x.b))) |
                                 Equal(x.a, Broadcast<V>(infinity<T>));
         const MaskOf<V> isSubnormal = Less(x.b, Broadcast<V>(std::numeric_limits<T>::min()));
@@ -162,7 +163,7 @@ struct HypotOfAnySize {
         return {Drop(isSum, x.a) * scale, Drop(isSum, x.b) * scale, scale, Keep(isSum, x.a + x.b)};
     }
 
-    /// See `Entry` for the halves of subnormal sides.
+    /// See `EntryOfRest` for the halves of subnormal sides.
     template <Value V>
     static V Next(const Scaled<V>& x) {
         using T = ElementOf<V>;
@@ -228,7 +229,7 @@ struct HypotKernel : HypotOfAnySize {
     /// Sides that need no scale. Those far apart need no test: the lesser square is lost in the
     /// sum, and the root's error is below half a place of a. So the sum of the sides alone decides:
     /// where it is in range, a lesser side that would need a scale is far apart.
-    struct Near {
+    struct NearSides {
         template <Value V>
         static Sides<V> First(V x, V y, MaskOf<V>& rare) {
             using C = HypotConstants<ElementOf<V>>;
@@ -262,7 +263,7 @@ struct HypotKernel : HypotOfAnySize {
     template <class T>
     static bool WholeBlock(T* out, unsigned long count, const T* x, const T* y) {
         using V = Vector<T>;
-        if (!IsNear<Near, T>(x, y)) {
+        if (!IsNear<NearSides, T>(x, y)) {
             return false;
         }
         constexpr unsigned long lanes = Lanes<V>::count;
@@ -274,7 +275,7 @@ struct HypotKernel : HypotOfAnySize {
 
 private:
     /// The sum of squares for near sides; elsewhere, `rare` is set. A sum in range has a greater
-    /// side for which the argument of `Near` holds.
+    /// side for which the argument of `NearSides` holds.
     template <Value V>
     static V NearSum(const Sides<V>& sides, MaskOf<V>& rare) {
         using C = HypotConstants<ElementOf<V>>;

@@ -22,7 +22,7 @@ class HypotAmongOthers : public ::testing::Test {};
 using RealTypes = ::testing::Types<double, float>;
 TYPED_TEST_SUITE(HypotAmongOthers, RealTypes);
 
-/// Wherever sides of another size stand, alone or by twos, also in place.
+/// Wherever sides of another size stand, alone, by twos or in a long run, also in place.
 TYPED_TEST(HypotAmongOthers, IsTheSameAtEveryPlace) {
     using T = TypeParam;
     using Limits = std::numeric_limits<T>;
@@ -40,7 +40,8 @@ TYPED_TEST(HypotAmongOthers, IsTheSameAtEveryPlace) {
                 return std::complex<T>{random.Between<T>(-9, 9), random.Between<T>(-9, 9)};
             });
             std::fill_n(z.begin() + static_cast<std::ptrdiff_t>(place),
-                        std::min(count - place, 1 + random.Below(2)), other);
+                        std::min(count - place, random.Below(4) == 0 ? 50 : 1 + random.Below(2)),
+                        other);
             std::vector<T> x(count), y(count), lengths(count);
             for (std::size_t i = 0; i < count; ++i) {
                 x[i] = z[i].real();
