@@ -121,6 +121,15 @@ auto Separate(const typename ResultOf<K, V>::type& result) {
     return std::bit_cast<std::array<V, resultCount<K>>>(result);
 }
 
+/// f(j) for each vector of a block. Two a turn: counting takes its share of a cycle.
+template <class F>
+[[gnu::always_inline]] inline void ForEachVector(unsigned long vectors, F f) {
+#pragma GCC unroll 2
+    for (unsigned long j = 0; j < vectors; ++j) {
+        f(j);
+    }
+}
+
 /// All phases but the first, for the states of `vectors` vectors. Each is a function of its own, so
 /// that its constants get the registers.
 template <class K, class V, int phase = 0, class State>
@@ -135,22 +144,18 @@ template <class K, class V, int phase = 0, class State>
     };
     using Result = decltype(next(0));
     if constexpr (std::same_as<Result, typename ResultOf<K, V>::type>) {
-        for (unsigned long j = 0; j < vectors; ++j) {
+        ForEachVector(vectors, [=](unsigned long j) {
             const auto values = Separate<K, V>(next(j));
             for (unsigned long k = 0; k < values.size(); ++k) {
                 Store(out[k] + j * Lanes<V>::count, values[k]);
             }
-        }
+        });
     } else if constexpr (std::is_void_v<Result>) {
-        for (unsigned long j = 0; j < vectors; ++j) {
-            next(j);
-        }
+        ForEachVector(vectors, next);
         FinishBlock<K, V, phase + 1>(out, states, vectors);
     } else {
         Result results[blockVectors];
-        for (unsigned long j = 0; j < vectors; ++j) {
-            results[j] = next(j);
-        }
+        ForEachVector(vectors, [&](unsigned long j) { results[j] = next(j); });
         FinishBlock<K, V>(out, results, vectors);
     }
 }
@@ -165,9 +170,9 @@ bool EvaluatePhases(Outputs<K, T> out, const Outputs<K, T>* elsewhere, unsigned 
     MaskOf<V> rare{};
     using Started = decltype(K::First(Load<V>(in)..., rare));
     typename StateOf<K, V, Started>::type states[blockVectors];
-    for (unsigned long j = 0; j < count / lanes; ++j) {
+    ForEachVector(count / lanes, [&](unsigned long j) {
         static_cast<Started&>(states[j]) = K::First(InRegister(Load<V>(in + j * lanes))..., rare);
-    }
+    });
     const bool serves = !Any<V>(rare);
     if (!serves) [[unlikely]] {
         if (elsewhere == nullptr) {

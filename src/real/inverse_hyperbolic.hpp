@@ -143,7 +143,7 @@ struct EitherLogPhases {
     };
     template <Value V>
     struct State : Argument<V>, LogOfSum<V> {
-        V y, subtracted, ln2IfHuge;
+        V y, subtracted, series, ln2IfHuge;
     };
 
     template <class V>
@@ -173,14 +173,13 @@ struct EitherLogPhases {
     template <class V>
     static void Next(State<V>& x, Phase<3>) {
         x.difference = StartLog1pPolynomial(x.s * x.s);
+        x.series = LogKernel::Series(x.s);
     }
 
     template <class V>
     static void Next(State<V>& x, Phase<4>) {
-        const V z = x.s * x.s;
-        x.difference =
-            Select(x.isLog, LogKernel::Series(x.s), FinishLog1pPolynomial(x.difference, z)) -
-            x.subtracted;
+        const V polynomial = FinishLog1pPolynomial(x.difference, x.s * x.s);
+        x.difference = Select(x.isLog, x.series, polynomial) - x.subtracted;
     }
 };
 
@@ -259,10 +258,10 @@ struct AcoshKernel : EitherLogPhases {
         const MaskOf<V> large = LessEqual(Broadcast<V>(C::large), x);
         const V t = x - T{1};
         const V root = Sqrt(Select(large, x * x - T{1}, (t + t) + t * t));
-        const MaskOf<V> huge = LessEqual(Broadcast<V>(C::hugeAcosh), x);
-        // One of the first two finds any negative value.
+        // One of the first two finds any negative value. The root is not above x unless infinite, and
+        // twice x is as near to a power of two as a huge x itself.
         rare |= (i32x4)(Words(x) - static_cast<std::uint32_t>(UpperWord(T{1}))) |
-                NotBelow(x, infinity<T>) | IsNextToPower(x + Drop(huge, root));
+                NotBelow(x, infinity<T>) | IsNextToPower(x + Lesser(root, x));
         return {x, root, large};
     }
 
