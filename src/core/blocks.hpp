@@ -170,8 +170,10 @@ bool EvaluatePhases(Outputs<K, T> out, const Outputs<K, T>* elsewhere, unsigned 
     MaskOf<V> rare{};
     using Started = decltype(K::First(Load<V>(in)..., rare));
     typename StateOf<K, V, Started>::type states[blockVectors];
-    ForEachVector(count / lanes, [&](unsigned long j) {
-        static_cast<Started&>(states[j]) = K::First(InRegister(Load<V>(in + j * lanes))..., rare);
+    auto* state = states;
+    ForEachVector(count / lanes, [&](unsigned long) {
+        static_cast<Started&>(*state++) = K::First(InRegister(Load<V>(in))..., rare);
+        ((in += lanes), ...);
     });
     const bool serves = !Any<V>(rare);
     if (!serves) [[unlikely]] {

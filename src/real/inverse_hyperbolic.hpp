@@ -83,8 +83,9 @@ void ReduceSum(LogOfSum<V>& x, V y, V one, Carry carry) {
     const V sum = reduced + one;
     const V lost = reduced - (sum - one);
     const auto carried = Bits(sum) + carry;
-    const V f = FromBits<V>((carried & Layout<T>::mantissaMask) + (Pattern(T{1}) - carry)) - T{1};
-    x.f = FromBits<V>(Bits(f) | Bits(Keep(near, y)));
+    const V f =
+        FromBits<V>(Bits(sum) - (carried & ~Layout<T>::mantissaMask) + Pattern(T{1})) - T{1};
+    x.f = FromBits<V>(Bits(f) | (Bits(y) ^ Bits(reduced)));
     x.k = FromBits<V>(carried);
     x.low = lost / sum;
 }
@@ -166,7 +167,7 @@ struct EitherLogPhases {
         }
         const V minusHalfSquare = MinusHalfSquare(x.f);
         x.minusH = Drop(direct, minusHalfSquare);
-        x.subtracted = Select(direct, x.f, minusHalfSquare);
+        x.subtracted = FromBits<V>(Bits(x.minusH) | Bits(Keep(direct, x.f)));
         DivideSum<V>(x);
     }
 
