@@ -150,63 +150,62 @@ struct AsinKernel : AsinPhases {
 
     template <Value V>
     struct Argument : AsinPhases::Argument<V> {
-        MaskOf<V> isSmall;
+        MaskOf<V> isLarge;
     };
     template <Value V>
     struct State : Argument<V> {
         V denominator, c2;
     };
 
-    /// In the small range s2 is 2 * a: the root of a rounded square is what was squared, and that of
-    /// the least square is more. Outside it is not above 2 * a.
+    /// In the small range s2 becomes a: the root of its square is at least 2 * a. Outside the root is
+    /// not above 2 * a.
     template <Value V>
     static Argument<V> First(V x, MaskOf<V>& rare) {
         const V a = Abs(x);
+        const MaskOf<V> isLarge = LessEqual(Broadcast<V>(0.5), a);
         AsinPhases::Argument<V> argument = AsinPhases::First(x, rare);
-        argument.s2 = Lesser(a + a, argument.s2);
-        return {argument, Less(a, Broadcast<V>(0.5))};
+        argument.s2 = Lesser(a + Keep(isLarge, a), argument.s2);
+        return {argument, isLarge};
     }
 
-    /// The sum is twice the arcsine in the small range, and that of s from `headEnd` on.
+    /// All ranges are the product with R and three terms, which outside the small range give the
+    /// negative of what is wanted. The terms are known before R is, so that little waits for it.
     template <class V>
     static V Next(const State<V>& x, Phase<1>) {
         using T = ElementOf<V>;
         using C = Angles<T>;
+        const MaskOf<V> hasHead =
+            Less(Broadcast<V>(2 - 2 * AsinConstants<T>::headEnd), x.z4) & x.isLarge;
+        const V first = Select(hasHead, x.c2 - C::halfPiLo, x.s2);
+        const V second = Select(hasHead, AsinHead(x.s2) - C::quarterPi,
+                                Keep(x.isLarge, Broadcast<V>(-C::halfPiLo)));
+        const V third = Keep(x.isLarge, Keep(hasHead, Broadcast<V>(C::quarterPi)) - C::halfPi);
+        const auto signs = (Bits(x.x) ^ (BitsOf<V>)x.isLarge) & signBit<T>;
         const V product = x.numerator / x.denominator * x.s2;
-        const V sum = product + x.s2;
-        const MaskOf<V> hasHead = Less(Broadcast<V>(2 - 2 * AsinConstants<T>::headEnd), x.z4);
-        const V middle = Middle(product, AsinHead(x.s2), x.c2);
-        const V y = Select(hasHead, middle, C::halfPi - (sum - C::halfPiLo));
-        return WithSignOf(Select(x.isSmall, sum * T{0.5}, y), x.x);
+        return FromBits<V>(Bits(((product + first) + second) + third) ^ signs);
     }
 
     template <class T>
     static T Entry(T x) {
+        using C = Angles<T>;
         const std::uint32_t word = Words(x) & 0x7FFFFFFF;
         if (word < Words(T{0.5})) {
             return word < Words(T{0x1p-27}) ? x : x + AsinQuotient<1>(x * x) * x;
         }
         const T a = Abs(x);
         if (word >= Words(T{1})) {
-            return a == 1 ? WithSignOf(Angles<T>::halfPi, x) : defaultNaN<T>;
+            return a == 1 ? WithSignOf(C::halfPi, x) : defaultNaN<T>;
         }
         const T sign = std::copysign(T{1}, x);
         const T z4 = T{2} - (a + a);
         const T s2 = std::sqrt(z4);
         const T product = AsinQuotient(z4) * s2;
         if (word >= Words(AsinConstants<T>::headEnd)) {
-            return sign * (Angles<T>::halfPi - ((product + s2) - Angles<T>::halfPiLo));
+            return sign * (C::halfPi - ((product + s2) - C::halfPiLo));
         }
         const T f2 = AsinHead(s2);
-        return sign * Middle(product, f2, (z4 - f2 * f2) / (s2 + f2));
-    }
-
-private:
-    /// Above the small range and before `headEnd`.
-    template <Value V>
-    static V Middle(V product, V f2, V c2) {
-        using C = Angles<ElementOf<V>>;
-        return C::quarterPi - ((product - (C::halfPiLo - c2)) - (C::quarterPi - f2));
+        const T tail = C::halfPiLo - (z4 - f2 * f2) / (s2 + f2);
+        return sign * (C::quarterPi - ((product - tail) - (C::quarterPi - f2)));
     }
 };
 
