@@ -302,7 +302,7 @@ struct AnglePhases {
         using T = ElementOf<V>;
         const V head = s.angle.rest * Unit::template head<T>;
         const V tail = s.angle.rest * Unit::template tail<T>;
-        const V cosine = real::SumCosine(head, tail, s.p);
+        const V cosine = real::SumCosine(head, s.p, tail);
         const V sine = head + real::SineTerm(head, tail, s.r);
         // Next to 0, where the sine of one value is head, the sum is head too: what it adds is
         // below half a place.

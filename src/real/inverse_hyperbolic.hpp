@@ -231,7 +231,7 @@ struct AsinhKernel : EitherLogPhases {
         }
         if (word < Words(C::large)) {
             const T t = x * x;
-            return sign * KernelLog1p(t / (std::sqrt(t + T{1}) + T{1}) + a);
+            return sign * Log1pKernel::FromZero(t / (std::sqrt(t + T{1}) + T{1}) + a);
         }
         if (word < Words(C::hugeAsinh)) {
             return sign * KernelLog(T{1} / (std::sqrt(x * x + T{1}) + a) + (a + a));
@@ -290,7 +290,7 @@ struct AcoshKernel : EitherLogPhases {
         }
         if (word < UpperWord(C::large)) {
             const T t = x - T{1};
-            return KernelLog1p(std::sqrt((t + t) + t * t) + t);
+            return Log1pKernel::FromZero(std::sqrt((t + t) + t * t) + t);
         }
         if (word < UpperWord(C::hugeAcosh)) {
             return KernelLog((x + x) - T{1} / (x + std::sqrt(x * x - T{1})));
@@ -369,7 +369,7 @@ struct AtanhKernel {
         }
         const T t = a + a;
         const T y = word < Words(T{0.5}) ? t + a * t / (T{1} - a) : t / (T{1} - a);
-        return std::copysign(T{0.5}, x) * KernelLog1p(y);
+        return std::copysign(T{0.5}, x) * Log1pKernel::FromZero(y);
     }
 };
 

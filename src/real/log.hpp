@@ -553,9 +553,27 @@ struct Log1pKernel {
         if (word >= Words(T{-1}) || SignedLess(C::maxFiniteWord, word)) [[unlikely]] {
             return x == -1 ? -infinity<T> : UpperWord(x) < 0 ? defaultNaN<T> : x;
         }
+        return OfReduced(x);
+    }
+
+    /// For x from 0 on, and finite.
+    template <class T>
+    static T FromZero(T x) {
+        using C = LogConstants<T>;
+        const std::uint32_t word = Words(x);
+        if (word < Words(C::nearHigh)) {
+            return word < Words(C::small) ? x - (x * x) * T{0.5} : Sum(x);
+        }
+        return OfReduced(x);
+    }
+
+private:
+    template <class T>
+    static T OfReduced(T x) {
+        using C = LogConstants<T>;
         T u = x;
         T c = 0;
-        if (SignedLess(word, C::noSumWord)) {
+        if (SignedLess(Words(x), C::noSumWord)) {
             u = T{1} + x;
             c = (Words(u) < Words(T{2}) ? x - (u - T{1}) : T{1} - (u - x)) / u;
         }
@@ -574,7 +592,6 @@ struct Log1pKernel {
         return Sum(f, low) + k * C::ln2Hi;
     }
 
-private:
     /// log(1 + f), and `low` if it is given.
     template <class T>
     static T Sum(T f, auto... low) {

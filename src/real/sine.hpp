@@ -12,6 +12,7 @@
 #define NX_REAL_SINE_HPP
 
 #include <cmath>
+#include <concepts>
 
 #include "core/lanes.hpp"
 #include "real/reduction.hpp"
@@ -103,13 +104,13 @@ V NearSineTerm(V x, V r) {
     return (z * x) * (r * z + SineConstants<ElementOf<V>>::S1);
 }
 
-/// cos(head + tail). What a tiny head gives is 1.
+/// cos(head + tail), or without a tail. What a tiny head gives is 1.
 template <Value V>
-V SumCosine(V head, V tail, V p) {
+V SumCosine(V head, V p, std::same_as<V> auto... tail) {
     using T = ElementOf<V>;
     using C = SineConstants<T>;
     const V z = head * head;
-    const V r = (p * z) * z - head * tail;
+    const V r = (((p * z) * z) - ... - (head * tail));
     const V half = z * T{0.5};
     // 0 below `splitFrom`. The fixed amount is more than any head / 4 before it. Rounded squares
     // tell the values next to either bound apart, so that z serves in place of the size.
@@ -134,16 +135,16 @@ T KernelSin(T x, T y) {
     return IsTiny(x) ? x : x + SineTerm(x, y, SinePolynomial(x * x));
 }
 
-/// cos(x + y).
+/// cos(x + y), or without y.
 template <class T>
-T KernelCos(T x, T y) {
+T KernelCos(T x, std::same_as<T> auto... y) {
     using C = SineConstants<T>;
     if (IsTiny(x)) {
         return 1;
     }
     const auto size = PatternOfSize(x);
     const T z = x * x;
-    const T r = (CosinePolynomial(z) * z) * z - x * y;
+    const T r = (((CosinePolynomial(z) * z) * z) - ... - (x * y));
     const T half = z * T{0.5};
     if (size < Pattern(C::splitFrom)) {
         return T{1} - (half - r);
@@ -244,7 +245,7 @@ struct SinKernel : ReducedPhases {
     template <class V>
     static V Next(const Polynomials<V>& s) {
         const auto n = Bits(s.y.quadrant);
-        const V cosine = SumCosine(s.y.head, s.y.tail, s.p);
+        const V cosine = SumCosine(s.y.head, s.p, s.y.tail);
         return FlipByQuadrant(Select(IsOdd<V>(n), cosine, SineOfRemainder(s)), n);
     }
 
@@ -271,14 +272,14 @@ struct CosKernel : ReducedPhases {
 
         template <class V>
         static V Next(const NearArgument<V>& s) {
-            return SumCosine(s.x, V{}, CosinePolynomial(s.x * s.x));
+            return SumCosine(s.x, CosinePolynomial(s.x * s.x));
         }
     };
 
     template <class V>
     static V Next(const Polynomials<V>& s) {
         const auto n = Bits(s.y.quadrant);
-        const V cosine = SumCosine(s.y.head, s.y.tail, s.p);
+        const V cosine = SumCosine(s.y.head, s.p, s.y.tail);
         const V sine = s.y.head + SineTerm(s.y.head, s.y.tail, s.r);
         return FlipByQuadrant(Select(IsOdd<V>(n), sine, cosine), n + 1);
     }
@@ -286,7 +287,7 @@ struct CosKernel : ReducedPhases {
     template <class T>
     static T Entry(T x) {
         if (IsReduced(x)) {
-            return KernelCos(x, T{0});
+            return KernelCos(x);
         }
         T y[2];
         const int n = ReducePio2(x, y);
@@ -323,7 +324,7 @@ struct SinCosKernel : ReducedPhases {
     template <class V>
     static SinCosResult<V> Next(const Polynomials<V>& s) {
         const auto n = Bits(s.y.quadrant);
-        const V cosine = SumCosine(s.y.head, s.y.tail, s.p);
+        const V cosine = SumCosine(s.y.head, s.p, s.y.tail);
         const V sine = SineOfRemainder(s);
         return {FlipByQuadrant(Select(IsOdd<V>(n), cosine, sine), n),
                 FlipByQuadrant(Select(IsOdd<V>(n), sine, cosine), n + 1)};
@@ -332,7 +333,7 @@ struct SinCosKernel : ReducedPhases {
     template <class T>
     static SinCosResult<T> Entry(T x) {
         if (IsReduced(x)) {
-            return {NearSine(x), KernelCos(x, T{0})};
+            return {NearSine(x), KernelCos(x)};
         }
         T y[2];
         const int n = ReducePio2(x, y);
