@@ -370,7 +370,7 @@ struct BlockSource {
 /// returns how many are not done. A narrower destination is rounded to at the store.
 template <class K, class D, class W, class TDst, class... Sources>
 unsigned long MapBlocks(unsigned long count, std::array<Walk<TDst>, resultCount<K>> dst,
-                        Sources... sources) {
+                        Sources&&... sources) {
     constexpr unsigned long lanes = Lanes<Vector<W>>::count;
     while (count >= lanes) {
         const unsigned long wanted = std::min(count - count % lanes, blockElements<W>);
