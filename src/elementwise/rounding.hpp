@@ -9,7 +9,11 @@
 #include <cmath>
 #include <concepts>
 
+#include <xmmintrin.h>
+
+#include "core/complex.hpp"
 #include "core/lanes.hpp"
+#include "core/traversal.hpp"
 #include "real/basic.hpp"
 
 namespace nx::elementwise {
@@ -76,6 +80,29 @@ struct RoundedToNearest {
         }
     }
 };
+
+/// Parts of elements. Rounding takes about as long as memory does, so that there is time for both
+/// only if lines are fetched well ahead; an address behind the array does no harm.
+template <Value V, class T>
+V LoadPartsAndFetch(const T* p) {
+    constexpr unsigned long ahead = 512;
+    _mm_prefetch(Advance(p, ahead), _MM_HINT_T0);
+    return LoadParts<V, T>(p);
+}
+
+/// A family that rounds.
+template <class Operation, class T>
+void MapRounded(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
+                unsigned long count) {
+    using V = Vector<RealType<T>>;
+    if (dstStride == 1 && srcStride == 1) {
+        PartsLoop<OnElements<Operation>, V>(
+            dst, count,
+            LaneSource<Source::moving, Lanes<V>::count, LoadPartsAndFetch<V, T>, T>(src));
+    } else {
+        Unary<OnElements<Operation>>(dst, src, dstStride, srcStride, count);
+    }
+}
 
 } // namespace nx::elementwise
 

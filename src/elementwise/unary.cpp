@@ -20,11 +20,11 @@ NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Uminus, core::Unary<Members<elementwi
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Conj, core::Unary<Members<elementwise::Conjugate>>)
 NX_UNARY_TO_REAL_FAMILY(NX_REAL_AND_COMPLEX, void, Abs, elementwise::MapMagnitude)
 
-NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Ceil, core::Unary<Members<elementwise::Ceiling>>)
-NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Floor, core::Unary<Members<elementwise::Floored>>)
-NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Fix, core::Unary<Members<elementwise::Fixed>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Ceil, elementwise::MapRounded<elementwise::Ceiling>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Floor, elementwise::MapRounded<elementwise::Floored>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Fix, elementwise::MapRounded<elementwise::Fixed>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Round,
-                core::Unary<Members<elementwise::RoundedToNearest>>)
+                elementwise::MapRounded<elementwise::RoundedToNearest>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Sign, core::Unary<Members<elementwise::SignOf>>)
 
 NX_PREDICATE_FAMILY(NX_REAL_AND_COMPLEX, void, IsNaN,
