@@ -17,7 +17,7 @@ using Members = core::OnElements<Operation>;
 
 NX_UNARY_FAMILY(NX_REAL, void, Uplus, core::Unary<Members<elementwise::Identity>>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Uminus, core::Unary<Members<elementwise::Negation>>)
-NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Conj, core::Unary<Members<elementwise::Conjugate>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Conj, elementwise::MapConjugates)
 NX_UNARY_TO_REAL_FAMILY(NX_REAL_AND_COMPLEX, void, Abs, elementwise::MapMagnitude)
 
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, Ceil, elementwise::MapRounded<elementwise::Ceiling>)
