@@ -180,13 +180,13 @@ void PartsLoop(TDst* dst, unsigned long count, S... sources) {
                 ApplyToGroup<Op, group>(dst + i, va, vb);
             }(sources...);
         } else if constexpr (sizeof(RealType<TDst>) < sizeof(ElementOf<V>)) {
-            for (unsigned long j = i; j < i + group * perVector; j += 2 * perVector) {
-                StoreParts(dst + j, Op::template Apply<V>(sources.From(j)...),
-                           Op::template Apply<V>(sources.From(j + perVector)...));
+            for (unsigned long j = 0; j < group * perVector; j += 2 * perVector) {
+                StoreParts(dst + i + j, Op::template Apply<V>(sources.From(i + j)...),
+                           Op::template Apply<V>(sources.From(i + j + perVector)...));
             }
         } else {
-            for (unsigned long j = i; j < i + group * perVector; j += perVector) {
-                StoreParts(dst + j, Op::template Apply<V>(sources.From(j)...));
+            for (unsigned long j = 0; j < group * perVector; j += perVector) {
+                StoreParts(dst + i + j, Op::template Apply<V>(sources.From(i + j)...));
             }
         }
     }
