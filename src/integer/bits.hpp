@@ -65,12 +65,16 @@ struct SignRule {
     }
     template <Narrow T>
     static Block<T> Blocks(Block<T> a, Block<T> b) {
-        // Masks are -1 where they hold.
         if constexpr (std::same_as<T, int>) {
-            return (a >> 31) - (Block<T>)(a > b);
+            // Twice the number as a `float`: the sign and the upper bit of the exponent, which is
+            // set but for 0.
+            const __m128i twice =
+                _mm_add_epi32((__m128i)_mm_cvtepi32_ps((__m128i)a), _mm_set1_epi32(1 << 23));
+            return (Block<T>)_mm_srai_epi32(twice, 30);
         } else if constexpr (isSigned<T>) {
             return Max::Blocks<T>(Min::Blocks<T>(a, Splat<T>(1)), Splat<T>(-1));
         } else {
+            // A mask is -1 where it holds.
             return (Block<T>)(a == b) + T{1};
         }
     }

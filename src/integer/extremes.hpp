@@ -32,10 +32,9 @@ requires isSigned<T> Block<T> MagnitudesOf(Block<T> v) {
     } else if constexpr (sizeof(T) == 2) {
         return (Block<T>)_mm_max_epi16(n, _mm_subs_epi16(zero, n));
     } else {
-        const __m128i sign = _mm_srai_epi32(n, 31);
-        const __m128i magnitude = _mm_sub_epi32(n ^ sign, sign);
-        // What is negative now is the lowest number, and one below it comes the highest.
-        return (Block<T>)_mm_add_epi32(magnitude, _mm_srai_epi32(magnitude, 31));
+        // Of a negative number the complement of one less; one less than the lowest is the highest.
+        const __m128i below = _mm_add_epi32(n, _mm_srai_epi32(n, 31));
+        return (Block<T>)(below ^ _mm_srai_epi32(below, 31));
     }
 }
 
@@ -121,10 +120,16 @@ private:
             return Flip<T>(ByValue<unsigned char>(Flip<unsigned char>(a), Flip<unsigned char>(b)));
         } else if constexpr (std::same_as<T, unsigned short>) {
             return Flip<T>(ByValue<short>(Flip<short>(a), Flip<short>(b)));
-        } else if constexpr (std::same_as<T, int>) {
-            return Choose<T>(IsBefore(a, b), a, b);
         } else {
-            return Choose<T>(IsBefore(Flip<int>(a), Flip<int>(b)), a, b);
+            // In a register, or compilers make a choice by a mask of it, with a copy more.
+            const __m128i differences = InRegister(va ^ vb);
+            __m128i isGreater = _mm_cmpgt_epi32(va, vb);
+            if constexpr (!isSigned<T>) {
+                // Where top bits differ, unsigned numbers are ordered the other way.
+                isGreater = _mm_srai_epi32(isGreater ^ differences, 31);
+            }
+            return (Block<T>)(vb ^ (smallest ? _mm_andnot_si128(isGreater, differences)
+                                             : isGreater & differences));
         }
     }
 

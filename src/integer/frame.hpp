@@ -182,26 +182,27 @@ template <class R, class T, class A, class B>
 [[gnu::noinline]] void AlignedLoop(T* dst, A a, B b, unsigned long count) {
     const auto operandsA = a.Operands();
     const auto operandsB = b.Operands();
-    unsigned long i = 0;
-    if constexpr (std::same_as<decltype(operandsA(i)), decltype(operandsB(i))>) {
+    const unsigned long inBlocks = count - count % lanes<T>;
+    if constexpr (std::same_as<decltype(operandsA(0)), decltype(operandsB(0))>) {
         constexpr unsigned long group = (R::isShort ? 4 : 1) * lanes<T>;
-        for (; count - i >= group; i += group) {
-            for (unsigned long j = i; j < i + group; j += lanes<T>) {
-                StoreResults<R>(dst + j, operandsA(j), operandsB(j));
+        const unsigned long inGroups = count - count % group;
+        for (unsigned long i = 0; i != inGroups; i += group) {
+            for (unsigned long j = 0; j < group; j += lanes<T>) {
+                StoreResults<R>(dst + i + j, operandsA(i + j), operandsB(i + j));
             }
         }
-        for (; count - i >= lanes<T>; i += lanes<T>) {
+        for (unsigned long i = inGroups; i != inBlocks; i += lanes<T>) {
             StoreResults<R>(dst + i, operandsA(i), operandsB(i));
         }
     } else {
-        for (; count - i >= lanes<T>; i += lanes<T>) {
+        for (unsigned long i = 0; i != inBlocks; i += lanes<T>) {
             if (!StoreResults<R>(dst + i, operandsA(i), operandsB(i))) [[unlikely]] {
                 Elements<R>(dst, a, b, i, lanes<T>);
             }
         }
     }
-    if (i != count) {
-        Elements<R>(dst, a, b, i, count - i);
+    if (inBlocks != count) {
+        Elements<R>(dst, a, b, inBlocks, count - inBlocks);
     }
 }
 

@@ -23,9 +23,10 @@ using Block = typename BlockFor<T>::type;
 template <Integer T>
 inline constexpr unsigned long lanes = 16 / sizeof(T);
 
+/// Loads once: g++ would load a second time to spare a copy, and copies need no port.
 template <Integer T>
 Block<T> LoadBlock(const T* p) {
-    return (Block<T>)_mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    return (Block<T>)InRegister(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
 }
 
 /// Stores to an address that is a multiple of 16.

@@ -143,11 +143,11 @@ struct Difference {
                 const auto wrapped = (Block<T>)(difference > a) ^ sign;
                 return Choose<T>(wrapped, sign ^ lo<T>, difference);
             } else {
-                const __m128i flip = _mm_set1_epi32(lo<int>);
-                const __m128i flippedA = va ^ flip;
-                const __m128i flippedB = vb ^ flip;
-                return (Block<T>)(_mm_cmpgt_epi32(flippedA, flippedB) &
-                                  _mm_sub_epi32(flippedA, flippedB));
+                // The complement of ~a + b, which wraps where a is less than b.
+                const __m128i flip = _mm_set1_epi32(hi<int>);
+                const __m128i flipped = va ^ flip;
+                const __m128i sum = _mm_add_epi32(flipped, vb);
+                return (Block<T>)_mm_andnot_si128(_mm_cmpgt_epi32(flipped, sum), sum ^ flip);
             }
         }
     }
