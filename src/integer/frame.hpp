@@ -63,37 +63,41 @@ struct Element {
     }
 };
 
-// The elements of a block. An operand is a block of integers, or their number of `double`.
+// The elements of a block: integers, or their number of `double`.
 
 template <class T>
 using Reals = Spread<T, f64x2>;
 
-template <Integer T>
-Block<T> LoadOperand(const T* p) {
-    return LoadBlock(p);
-}
 template <Narrow T>
-Reals<T> LoadOperand(const double* p) {
-    Reals<T> operand;
-    for (f64x2& part : operand.part) {
+Reals<T> LoadReals(const double* p) {
+    Reals<T> reals;
+    for (f64x2& part : reals.part) {
         part = Load<f64x2>(p);
         p += Lanes<f64x2>::count;
     }
-    return operand;
+    return reals;
+}
+template <Narrow T>
+[[gnu::always_inline]] inline Reals<T> LoadReals(const T* p) {
+    if constexpr (std::same_as<T, int>) {
+        // The instruction that converts loads two numbers.
+        const auto convert = [](const int* two) {
+            return (f64x2)_mm_cvtepi32_pd(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(two)));
+        };
+        return {convert(p), convert(p + 2)};
+    } else {
+        return ToDoubles<T>(LoadBlock(p));
+    }
 }
 
 /// One element in every place.
-template <Integer T>
-Block<T> SplatOperand(T x) {
-    return Splat<T>(x);
-}
 template <Narrow T>
-Reals<T> SplatOperand(double x) {
-    Reals<T> operand;
-    for (f64x2& part : operand.part) {
+Reals<T> SplatReals(double x) {
+    Reals<T> reals;
+    for (f64x2& part : reals.part) {
         part = Broadcast<f64x2>(x);
     }
-    return operand;
+    return reals;
 }
 
 template <class R, class T>
@@ -105,9 +109,8 @@ concept HasRealLanes = Narrow<T> && requires(f64x2 v) {
     R::template Real<T, Form::doubleFirst>(v, v);
 };
 
-// A block of results. With `double`, false if lanes do not serve some of them: then nothing is
-// stored. Always inline, since a call would pass the operands through memory.
-
+/// A block of results where one operand is `double`. False if lanes do not serve some of them: then
+/// nothing is stored. Always inline, since a call would pass the operands through memory.
 template <class R, Form form, class T>
 [[gnu::always_inline]] inline bool StoreReal(T* dst, Reals<T> a, const Reals<T>& b) {
     for (unsigned long j = 0; j < Reals<T>::count; ++j) {
@@ -121,28 +124,19 @@ template <class R, Form form, class T>
     return true;
 }
 
-template <class R, class T>
-[[gnu::always_inline]] inline void StoreResults(T* dst, Block<T> a, Block<T> b) {
-    StoreBlock<T>(dst, R::template Blocks<T>(a, b));
-}
-template <class R, class T>
-[[gnu::always_inline]] inline bool StoreResults(T* dst, const Reals<T>& a, Block<T> b) {
-    return StoreReal<R, Form::doubleFirst>(dst, a, ToDoubles<T>(b));
-}
-template <class R, class T>
-[[gnu::always_inline]] inline bool StoreResults(T* dst, Block<T> a, const Reals<T>& b) {
-    return StoreReal<R, Form::doubleSecond>(dst, ToDoubles<T>(a), b);
-}
-
 // Sources of the block loop: adjacent elements, or one that serves every block.
 
 template <class T, class TS>
 struct Moving {
+    using Element = TS;
     static constexpr unsigned long stride = 1;
     const TS* p;
 
-    auto Operands() const {
-        return [from = p](unsigned long i) { return LoadOperand<T>(from + i); };
+    auto AsBlocks() const {
+        return [from = p](unsigned long i) { return LoadBlock(from + i); };
+    }
+    auto AsReals() const {
+        return [from = p](unsigned long i) { return LoadReals<T>(from + i); };
     }
     Moving From(unsigned long i) const {
         return {p + i};
@@ -151,11 +145,15 @@ struct Moving {
 
 template <class T, class TS>
 struct Fixed {
+    using Element = TS;
     static constexpr unsigned long stride = 0;
     const TS* p;
 
-    auto Operands() const {
-        return [operand = SplatOperand<T>(*p)](unsigned long) { return operand; };
+    auto AsBlocks() const {
+        return [block = Splat<T>(*p)](unsigned long) { return block; };
+    }
+    auto AsReals() const {
+        return [reals = SplatReals<T>(*p)](unsigned long) { return reals; };
     }
     Fixed From(unsigned long) const {
         return *this;
@@ -176,28 +174,37 @@ void Elements(T* dst, A a, B b, unsigned long first, unsigned long count) {
     GeneralLoop<R>(dst + first, a.From(first).p, b.From(first).p, 1, A::stride, B::stride, count);
 }
 
-/// Groups of blocks, blocks, and the elements that are left. A function of its own: in line it would
-/// save registers that a short family, which takes no longer than its stores, has no time for.
+/// Groups of blocks, blocks, and the elements that are left. A function of its own: in line it
+/// would save registers that a short family, which takes no longer than its stores, has no time for.
 template <class R, class T, class A, class B>
 [[gnu::noinline]] void AlignedLoop(T* dst, A a, B b, unsigned long count) {
-    const auto operandsA = a.Operands();
-    const auto operandsB = b.Operands();
     const unsigned long inBlocks = count - count % lanes<T>;
-    if constexpr (std::same_as<decltype(operandsA(0)), decltype(operandsB(0))>) {
+    if constexpr (std::same_as<typename A::Element, typename B::Element>) {
+        const auto blocksA = a.AsBlocks();
+        const auto blocksB = b.AsBlocks();
         constexpr unsigned long group = (R::isShort ? 4 : 1) * lanes<T>;
         const unsigned long inGroups = count - count % group;
         for (unsigned long i = 0; i != inGroups; i += group) {
             for (unsigned long j = 0; j < group; j += lanes<T>) {
-                StoreResults<R>(dst + i + j, operandsA(i + j), operandsB(i + j));
+                StoreBlock<T>(dst + i + j, R::template Blocks<T>(blocksA(i + j), blocksB(i + j)));
             }
         }
         for (unsigned long i = inGroups; i != inBlocks; i += lanes<T>) {
-            StoreResults<R>(dst + i, operandsA(i), operandsB(i));
+            StoreBlock<T>(dst + i, R::template Blocks<T>(blocksA(i), blocksB(i)));
         }
     } else {
-        for (unsigned long i = 0; i != inBlocks; i += lanes<T>) {
-            if (!StoreResults<R>(dst + i, operandsA(i), operandsB(i))) [[unlikely]] {
+        constexpr bool isFirst = std::same_as<typename A::Element, double>;
+        constexpr Form form = isFirst ? Form::doubleFirst : Form::doubleSecond;
+        const auto realsA = a.AsReals();
+        const auto realsB = b.AsReals();
+        for (unsigned long i = 0; i != inBlocks;) {
+            // No call in this loop: for one, g++ would keep a pointer to every array.
+            while (i != inBlocks && StoreReal<R, form>(dst + i, realsA(i), realsB(i))) {
+                i += lanes<T>;
+            }
+            if (i != inBlocks) {
                 Elements<R>(dst, a, b, i, lanes<T>);
+                i += lanes<T>;
             }
         }
     }

@@ -164,6 +164,23 @@ Words<T> SpreadWords(Block<T> v) {
     }
 }
 
+/// The elements as words.
+template <Narrow T>
+Words<T> WidenToWords(Block<T> v) {
+    if constexpr (sizeof(T) == 4) {
+        return {(__m128i)v};
+    } else if constexpr (sizeof(T) == 2) {
+        const Halves<T> words = Widen<T>(v);
+        return {(__m128i)words.lower, (__m128i)words.upper};
+    } else {
+        const Halves<T> shorts = Widen<T>(v);
+        const auto lower = Widen<Wider<T>>(shorts.lower);
+        const auto upper = Widen<Wider<T>>(shorts.upper);
+        return {(__m128i)lower.lower, (__m128i)lower.upper, (__m128i)upper.lower,
+                (__m128i)upper.upper};
+    }
+}
+
 /// Words, saturated.
 template <Narrow T>
 Block<T> PackWords(const Words<T>& words) {
@@ -189,7 +206,7 @@ struct Spread {
 /// The elements of a block as `double`, all exact.
 template <Narrow T>
 Spread<T, f64x2> ToDoubles(Block<T> v) {
-    const Words<T> words = SpreadWords<T>(v);
+    const Words<T> words = WidenToWords<T>(v);
     Spread<T, f64x2> spread;
     for (unsigned long j = 0; j < words.count; ++j) {
         f64x2* const pair = spread.part + 2 * j;
@@ -199,8 +216,7 @@ Spread<T, f64x2> ToDoubles(Block<T> v) {
             pair[0] = (f64x2)_mm_unpacklo_epi32(words.part[j], above) - 0x1p52;
             pair[1] = (f64x2)_mm_unpackhi_epi32(words.part[j], above) - 0x1p52;
         } else {
-            constexpr int spareBits = isSigned<T> ? 32 - 8 * static_cast<int>(sizeof(T)) : 0;
-            const __m128i n = _mm_srai_epi32(words.part[j], spareBits);
+            const __m128i n = words.part[j];
             pair[0] = (f64x2)_mm_cvtepi32_pd(n);
             pair[1] = (f64x2)_mm_cvtepi32_pd(_mm_unpackhi_epi64(n, n));
         }
@@ -230,8 +246,10 @@ inline constexpr double belowHalf = 0.5 - std::numeric_limits<double>::epsilon()
 /// without their fractions. For a NaN, and beyond the range of `int`, its lowest number.
 template <Narrow T>
 requires(sizeof(T) < 4) Words<T> CutOff(const Spread<T, f64x2>& v) {
-    const auto cutOff = [](f64x2 x) {
-        return _mm_cvttpd_epi32((__m128d)(x + (isSigned<T> ? x : Broadcast<f64x2>(belowHalf))));
+    // In a register, or compilers add instead, which is done where conversions are, too.
+    const f64x2 two = InRegister(Broadcast<f64x2>(2));
+    const auto cutOff = [&](f64x2 x) {
+        return _mm_cvttpd_epi32((__m128d)(isSigned<T> ? x * two : x + belowHalf));
     };
     Words<T> words;
     for (unsigned long j = 0; j < words.count; ++j) {
@@ -269,19 +287,19 @@ template <Narrow T>
 requires(sizeof(T) == 2)
     [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
     Words<T> words = CutOff<T>(v);
-    __m128i failed{};
-    for (__m128i& part : words.part) {
-        if constexpr (isSigned<T>) {
+    if constexpr (isSigned<T>) {
+        for (__m128i& part : words.part) {
             part = _mm_sub_epi32(part, _mm_cmpgt_epi32(part, __m128i{}));
         }
-        // Also where the highest number has wrapped, and what packing does not serve.
-        failed |= _mm_cmpgt_epi32(_mm_set1_epi32(lo<int> + (1 << 15)), part);
-        if constexpr (isSigned<T>) {
-            part = _mm_srai_epi32(part, 1);
-        }
+        result = PackWords<T>({_mm_srai_epi32(words.part[0], 1), _mm_srai_epi32(words.part[1], 1)});
+    } else {
+        result = PackWords<T>(words);
     }
-    result = PackWords<T>(words);
-    return _mm_movemask_epi8(failed) == 0;
+    // What is lowest, or so low that packing does not serve it, has the lowest upper half; so has
+    // the highest number, which has wrapped.
+    const __m128i least = _mm_min_epi16(words.part[0], words.part[1]);
+    const int found = _mm_movemask_epi8(_mm_cmpeq_epi16(least, _mm_set1_epi16(lo<short>)));
+    return (found & 0xCCCC) == 0;
 }
 
 template <Narrow T>
@@ -290,8 +308,7 @@ requires std::same_as<T, int>
     const auto cutOff = [](f64x2 x) {
         // Below the range, conversion gives the lowest `int`.
         const f64x2 bounded = Lesser(Broadcast<f64x2>(hi<T>), x);
-        return _mm_cvttpd_epi32(
-            (__m128d)(bounded + WithSignOf(Broadcast<f64x2>(belowHalf), bounded)));
+        return _mm_cvttpd_epi32((__m128d)(bounded + WithSignOf(Broadcast<f64x2>(belowHalf), x)));
     };
     result = (Block<T>)_mm_unpacklo_epi64(cutOff(v.part[0]), cutOff(v.part[1]));
     return !Any<f64x2>(Unordered(v.part[0], v.part[1]));
@@ -301,22 +318,24 @@ template <Narrow T>
 requires std::same_as<T, unsigned int>
 [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
     // This order of the operands gives 0 for a NaN.
-    const auto bounded = [](f64x2 x) {
-        return Lesser(Broadcast<f64x2>(hi<T>), Greater(f64x2{}, x));
-    };
-    const f64x2 lower = bounded(v.part[0]);
-    const f64x2 upper = bounded(v.part[1]);
+    const f64x2 lower = Greater(f64x2{}, v.part[0]);
+    const f64x2 upper = Greater(f64x2{}, v.part[1]);
     // Conversions reach no further than 2^31. The low words of sums with 2^52 are the nearest
     // integers, from a half the even ones. Those of one more are one more, but from a half they are
     // two more if the even one is below it, which is when it was the wrong one.
-    const auto lowWords = [&](double above) {
-        return (__m128i)_mm_shuffle_ps((__m128)(lower + above), (__m128)(upper + above),
-                                       _MM_SHUFFLE(2, 0, 2, 0));
+    const f64x2 lowerSum = lower + 0x1p52;
+    const f64x2 upperSum = upper + 0x1p52;
+    const auto lowWords = [](f64x2 a, f64x2 b) {
+        return (__m128i)_mm_shuffle_ps((__m128)a, (__m128)b, _MM_SHUFFLE(2, 0, 2, 0));
     };
-    const __m128i even = lowWords(0x1p52);
-    const __m128i odd = lowWords(0x1p52 + 1);
+    const __m128i even = lowWords(lowerSum, upperSum);
+    const __m128i odd = lowWords(lower + (0x1p52 + 1), upper + (0x1p52 + 1));
     const __m128i isTwoMore = _mm_cmpeq_epi32(_mm_sub_epi32(odd, even), _mm_set1_epi32(2));
-    result = (Block<T>)_mm_sub_epi32(even, isTwoMore);
+    // From 2^32 on, the upper word of the sum is no longer that of 2^52.
+    const auto upperWords =
+        (__m128i)_mm_shuffle_ps((__m128)lowerSum, (__m128)upperSum, _MM_SHUFFLE(3, 1, 3, 1));
+    const __m128i isBeyond = _mm_cmpgt_epi32(upperWords, _mm_set1_epi32(0x43300000));
+    result = (Block<T>)(_mm_sub_epi32(even, isTwoMore) | isBeyond);
     return true;
 }
 
