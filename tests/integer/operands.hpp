@@ -52,10 +52,10 @@ inline std::vector<double> InterestingDoubles() {
                                   std::numeric_limits<double>::infinity(),
                                   std::numeric_limits<double>::max()};
     for (const double x :
-         {0.5,    1.0,    1.5,          2.0,     2.3,     2.5,     3.0,    7.0,
-          10.0,   100.5,  127.0,        128.0,   255.0,   1e9,     0x1p15, 0x1p16,
-          0x1p31, 0x1p32, 0x1p51 + 0.5, 0x1p52,  0x1p53,  0x1p62,  0x1p63, 0x1.8p63,
-          0x1p64, 0x1p65, 0x1p66,       0x1p-20, 0x1p-63, 0x1p-64, 0x1p127}) {
+         {0.5,      1.0,    1.5,    2.0,          2.3,     2.5,     3.0,     7.0,
+          10.0,     100.5,  127.0,  128.0,        255.0,   1e9,     0x1p15,  0x1p16,
+          0x1p30,   0x1p31, 0x1p32, 0x1p51 + 0.5, 0x1p52,  0x1p53,  0x1p62,  0x1p63,
+          0x1.8p63, 0x1p64, 0x1p65, 0x1p66,       0x1p-20, 0x1p-63, 0x1p-64, 0x1p127}) {
         values.insert(values.end(), {x, std::nextafter(x, 0), std::nextafter(x, 2 * x)});
         values.push_back(x - 0.5);
     }
