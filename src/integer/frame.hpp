@@ -175,7 +175,7 @@ void Elements(T* dst, A a, B b, unsigned long first, unsigned long count) {
 }
 
 /// Groups of blocks, blocks, and the elements that are left. A function of its own: in line it
-/// would save registers that a short family, which takes no longer than its stores, has no time for.
+/// would save registers, for which a short family, no longer than its stores, has no time.
 template <class R, class T, class A, class B>
 [[gnu::noinline]] void AlignedLoop(T* dst, A a, B b, unsigned long count) {
     const unsigned long inBlocks = count - count % lanes<T>;
