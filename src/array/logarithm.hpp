@@ -85,7 +85,9 @@ struct RealLog {
     using Real = K;
     template <class T>
     static Complex<T> Value(T x, T real) {
-        return {real, D::IsOutside(x) ? piInBase<base, T> : T{0}};
+        // All bits set or none, and no branch: signs come mixed.
+        const BitsOf<T> outside = BitsOf<T>{0} - BitsOf<T>{D::IsOutside(x)};
+        return {real, FromBits<T>(Pattern(piInBase<base, T>) & outside)};
     }
 };
 
