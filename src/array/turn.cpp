@@ -5,6 +5,7 @@
 #include "array/families.hpp"
 #include "array/reciprocal.hpp"
 #include "array/turn_complex.hpp"
+#include "array/turn_sorted.hpp"
 #include "core/matrix.hpp"
 
 namespace nx {
@@ -18,18 +19,18 @@ constexpr auto cosine = [](auto re, auto im) { return CosineOf<Unit>(re, im); };
 constexpr auto tangent = [](auto re, auto im) { return TangentOfDegrees(re, im); };
 constexpr auto cotangent = [](auto re, auto im) { return CotangentOfDegrees(re, im); };
 
-NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, SinD, Map<SineKernel<Degrees>, sine<Degrees>>)
-NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, CosD, Map<CosineKernel<Degrees>, cosine<Degrees>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, SinD, Map<SortedSine<Degrees>, sine<Degrees>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, CosD, Map<SortedCosine<Degrees>, cosine<Degrees>>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, TanD, Map<TangentKernel<Degrees>, tangent>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, SecD,
-                Map<ReciprocalOf<CosineKernel<Degrees>>, reciprocalOf<cosine<Degrees>>>)
+                Map<ReciprocalOf<SortedCosine<Degrees>>, reciprocalOf<cosine<Degrees>>>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, CscD,
-                Map<ReciprocalOf<SineKernel<Degrees>>, reciprocalOf<sine<Degrees>>>)
+                Map<ReciprocalOf<SortedSine<Degrees>>, reciprocalOf<sine<Degrees>>>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, CotD,
                 Map<ReciprocalOf<TangentKernel<Degrees>>, cotangent>)
 
-NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, SinPi, Map<SineKernel<PiMultiples>, sine<PiMultiples>>)
+NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, SinPi, Map<SortedSine<PiMultiples>, sine<PiMultiples>>)
 NX_UNARY_FAMILY(NX_REAL_AND_COMPLEX, void, CosPi,
-                Map<CosineKernel<PiMultiples>, cosine<PiMultiples>>)
+                Map<SortedCosine<PiMultiples>, cosine<PiMultiples>>)
 
 } // namespace nx

@@ -261,7 +261,8 @@ struct AngleLanes {
 /// turn/8, since the estimate of the quarters is a little low; and what is so close to a whole step
 /// that the rounding of x in steps decides.
 template <class Unit, Value V>
-AngleLanes<V> ReduceAngle(V x, const ElementOf<V>* table, std::uint32_t offset, MaskOf<V>& rare) {
+[[gnu::always_inline]] inline AngleLanes<V> ReduceAngle(V x, const ElementOf<V>* table,
+                                                        std::uint32_t offset, MaskOf<V>& rare) {
     using T = ElementOf<V>;
     constexpr T quarter = Unit::template turn<T> / 4;
     constexpr T toInteger = real::ReductionConstants<T>::toInteger;
