@@ -101,9 +101,11 @@ inline constexpr Selections selections = [] {
     return all;
 }();
 
+/// The elements of a block: the more, the fewer loops begin. A byte tells so many apart.
+inline constexpr unsigned long longestSorted = 256;
+
 /// Indices of angles of a block, with room for what `Append` writes too much.
-template <class T>
-using Indices = std::uint8_t[blockElements<T> + groupSize];
+using Indices = std::uint8_t[longestSorted + groupSize];
 
 /// Puts those of the four angles from `first` on that a mask selects at the end of a list.
 inline void Append(std::uint8_t* end, unsigned mask, unsigned long first) {
@@ -197,11 +199,11 @@ V GatherBy(const std::uint8_t* index, const ElementOf<V>* from) {
 
 /// Values of F for the rests of a list, to where the list says.
 template <class F, class T>
-[[gnu::noinline]] void EvaluateRests(T* out, Indices<T>& indices, unsigned long count,
+[[gnu::noinline]] void EvaluateRests(T* out, Indices& indices, unsigned long count,
                                      const T* rests) {
     using V = Vector<T>;
     constexpr unsigned long lanes = Lanes<V>::count;
-    V ys[blockVectors], zs[blockVectors], ps[blockVectors];
+    V ys[longestSorted / lanes], zs[longestSorted / lanes], ps[longestSorted / lanes];
     if (count == 0) {
         return;
     }
@@ -231,8 +233,8 @@ template <class T>
 struct SortedAngles {
     /// After an even number of quarters, the sign is flipped where they flip the sine. After an odd
     /// number it is the sign of the value alone.
-    T rests[blockElements<T>];
-    Indices<T> even, odd;
+    T rests[longestSorted];
+    Indices even, odd;
     struct Counts {
         unsigned long even, odd;
     } counts;
@@ -325,8 +327,11 @@ struct ExactResults {
 template <class K, class T>
 [[gnu::noinline]] void EvaluateOthers(T* out, unsigned long count, const T* x) {
     using Exact = ExactResults<K>;
-    if (!IsNear<Exact, T>(x) || !EvaluatePhases<Exact, T>({out}, nullptr, count, x)) {
-        EvaluateBlock<K, Everywhere, T>({out}, count, x);
+    for (unsigned long i = 0; i < count; i += blockElements<T>) {
+        const unsigned long n = std::min(count - i, blockElements<T>);
+        if (!IsNear<Exact, T>(x + i) || !EvaluatePhases<Exact, T>({out + i}, nullptr, n, x + i)) {
+            EvaluateBlock<K, Everywhere, T>({out + i}, n, x + i);
+        }
     }
 }
 
@@ -334,10 +339,10 @@ template <class K, class T>
 template <class K, class Unit, class T>
 [[gnu::noinline]] void EvaluateWithOthers(T* out, SortedAngles<T>& angles, const T* x,
                                           unsigned long count) {
-    constexpr unsigned long room = blockElements<T> + groupSize;
-    T all[room], others[room], values[blockElements<T>];
+    constexpr unsigned long room = longestSorted + groupSize;
+    T all[room], others[room], values[longestSorted];
     std::fill_n(std::copy_n(x, count, all), groupSize, T{0});
-    Indices<T> indices;
+    Indices indices;
     unsigned long found = 0;
     for (unsigned long first = 0; first < count; first += groupSize) {
         const unsigned left = AreServed<Unit>(all + first) ^ 15;
@@ -363,6 +368,8 @@ inline constexpr unsigned long shortestSorted = sizeof(T) == sizeof(double) ? 8 
 /// A kernel K of the sine, of so many quarters more, by sorted angles.
 template <class K, class Unit, int quartersMore>
 struct Sorted : K {
+    static constexpr unsigned long blockLength = longestSorted;
+
     template <class T>
     static bool WholeBlock(T* out, unsigned long count, const T* x) {
         if (count < shortestSorted<T>) {

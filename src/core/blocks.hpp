@@ -18,6 +18,8 @@
 //                                    `rare` likewise, and may take what the phases gave after x
 //   WholeBlock(T* out, count, const T* x...)   all of a block in another way, or false; of a
 //                                    function that is defined everywhere
+//   blockLength                      the elements of a block, if more than usual; none that is
+//                                    longer than usual is left to the phases
 // A kernel of one argument can also be made from another one, Inner, with one of
 //   Before(V x)                      what to give to Inner in place of x
 //   After(V result)                  what becomes of the result of Inner
@@ -82,6 +84,14 @@ requires HasLastingState<K, V>
 struct StateOf<K, V, Started> {
     using type = typename K::template State<V>;
 };
+
+template <class K, class T>
+inline constexpr unsigned long longestBlock = blockElements<T>;
+template <class K, class T>
+requires requires {
+    K::blockLength;
+}
+inline constexpr unsigned long longestBlock<K, T> = K::blockLength;
 
 /// A kernel that changes the argument of another one.
 template <class K, class V>
@@ -307,7 +317,7 @@ unsigned long EvaluateAny(Outputs<K, T> out, unsigned long count, Outside isOuts
     }
 }
 
-/// Values of K for one block: whole vectors, at most `blockVectors`. Writes the elements before the
+/// Values of K for one block: whole vectors, at most `longestBlock`. Writes the elements before the
 /// first one outside the domain, none after it, and returns their number. `out` may be a source.
 template <class K, class D, class T, std::same_as<const T*>... Sources>
 unsigned long EvaluateBlock(Outputs<K, T> out, unsigned long count, Sources... in) {
@@ -333,11 +343,11 @@ struct Walk {
 
 /// A source that is handed out by blocks of the working type W: where it lies if it can be, and
 /// gathered and widened otherwise.
-template <class W, class T>
+template <class W, class T, unsigned long length = blockElements<W>>
 struct BlockSource {
     Walk<T> walk;
-    bool isFilled = false;      // once, for a fixed source
-    W buffer[blockElements<W>]; // written by Block alone, and not at all for an adjacent source
+    bool isFilled = false; // once, for a fixed source
+    W buffer[length];      // written by Block alone, and not at all for an adjacent source
 
     BlockSource(T* start, unsigned long stride) : walk(start, stride) {}
 
@@ -373,8 +383,8 @@ unsigned long MapBlocks(unsigned long count, std::array<Walk<TDst>, resultCount<
                         Sources&&... sources) {
     constexpr unsigned long lanes = Lanes<Vector<W>>::count;
     while (count >= lanes) {
-        const unsigned long wanted = std::min(count - count % lanes, blockElements<W>);
-        W values[dst.size()][blockElements<W>];
+        const unsigned long wanted = std::min(count - count % lanes, longestBlock<K, W>);
+        W values[dst.size()][longestBlock<K, W>];
         Outputs<K, W> out;
         for (unsigned long k = 0; k < dst.size(); ++k) {
             out[k] = values[k];
@@ -420,7 +430,7 @@ template <class K, class D, class T>
 unsigned long MapInDomain(T* dst, T* src, unsigned long dstStride, unsigned long srcStride,
                           unsigned long count) {
     return MapBlocks<K, D, T>(count, std::array{Walk<T>(dst, dstStride)},
-                              BlockSource<T, T>(src, srcStride));
+                              BlockSource<T, T, longestBlock<K, T>>(src, srcStride));
 }
 
 /// A family of two results, each with a destination of its own, defined everywhere.
