@@ -121,7 +121,7 @@ private:
         } else if constexpr (std::same_as<T, unsigned short>) {
             return Flip<T>(ByValue<short>(Flip<short>(a), Flip<short>(b)));
         } else {
-            // In a register, or compilers make a choice by a mask of it, with a copy more.
+            // Kept in a register: compilers would make a choice by mask of it, with a copy more.
             const __m128i differences = InRegister(va ^ vb);
             __m128i isGreater = _mm_cmpgt_epi32(va, vb);
             if constexpr (!isSigned<T>) {

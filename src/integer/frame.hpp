@@ -198,7 +198,7 @@ template <class R, class T, class A, class B>
         const auto realsA = a.AsReals();
         const auto realsB = b.AsReals();
         for (unsigned long i = 0; i != inBlocks;) {
-            // No call in this loop: for one, g++ would keep a pointer to every array.
+            // No call in this loop: with one, g++ would keep a pointer to every array.
             while (i != inBlocks && StoreReal<R, form>(dst + i, realsA(i), realsB(i))) {
                 i += lanes<T>;
             }

@@ -157,8 +157,7 @@ struct AsinKernel : AsinPhases {
         V denominator, c2;
     };
 
-    /// In the small range s2 becomes a: the root of its square is at least 2 * a. Outside the root is
-    /// not above 2 * a.
+    /// In the small range s2 becomes a: the root there is at least 2 * a. Outside it is not above 2 * a.
     template <Value V>
     static Argument<V> First(V x, MaskOf<V>& rare) {
         const V a = Abs(x);

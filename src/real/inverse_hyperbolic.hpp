@@ -85,6 +85,7 @@ void ReduceSum(LogOfSum<V>& x, V y, V one, Carry carry) {
     const auto carried = Bits(sum) + carry;
     const V f =
         FromBits<V>(Bits(sum) - (carried & ~Layout<T>::mantissaMask) + Pattern(T{1})) - T{1};
+    // y where it needs no reduction, as f is +0 there; elsewhere the two are the same.
     x.f = FromBits<V>(Bits(f) | (Bits(y) ^ Bits(reduced)));
     x.k = FromBits<V>(carried);
     x.low = lost / sum;
@@ -259,8 +260,8 @@ struct AcoshKernel : EitherLogPhases {
         const MaskOf<V> large = LessEqual(Broadcast<V>(C::large), x);
         const V t = x - T{1};
         const V root = Sqrt(Select(large, x * x - T{1}, (t + t) + t * t));
-        // One of the first two finds any negative value. The root is not above x unless infinite, and
-        // twice x is as near to a power of two as a huge x itself.
+        // One of the first two finds any negative value. From 1 on, the root is not above x unless
+        // infinite, and twice x is as near to a power of two as a huge x itself, or infinite and rare.
         rare |= (i32x4)(Words(x) - static_cast<std::uint32_t>(UpperWord(T{1}))) |
                 NotBelow(x, infinity<T>) | IsNextToPower(x + Lesser(root, x));
         return {x, root, large};
