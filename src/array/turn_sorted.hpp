@@ -4,8 +4,9 @@
 // 2. The angles with even n and those with odd n get a list each: the first become sines of their
 //    rests and the others cosines. For the cosine, n is one more.
 // 3. Each list goes through its polynomial, and the values go to where their angles were.
-// Angles next to a whole step of 1/24 turn, where the result is exact or the rounding of the steps
-// decides, and large ones are left to a kernel that serves all.
+// Angles next to a whole step of 1/24 turn other than 0, where the result is exact or the rounding of
+// the steps decides, and large ones are left to a kernel that serves all. The others are further from
+// the odd eighths of a turn than the estimate of n is wrong.
 #ifndef NX_ARRAY_TURN_SORTED_HPP
 #define NX_ARRAY_TURN_SORTED_HPP
 
@@ -38,9 +39,9 @@ inline i32x4 UpperWords(const Group<f32x4>& v) {
 
 /// Added to a number of steps, it fixes the place of the fraction: the lower word of a `double`
 /// lane, the lowest 13 bits of a `float` lane. From -2^18 to 2^18 - 1 steps, in `float` from -2^8
-/// to 2^8 - 1, the sums have the exponent and the highest bit of the mantissa in common, and
-/// whatever may round to a whole number of steps has a fraction of one half: it is off by at most
-/// three quarters of half a place of the sum.
+/// to 2^8 - 1, the sums have the exponent in common, and the highest bit of the mantissa, which makes
+/// the range even on both sides. What may round to a whole number of steps has a fraction of one
+/// half: constant and product together are off by less than half a place of the sum.
 template <class T>
 inline constexpr T toFixedSteps = sizeof(T) == sizeof(double) ? T{0x1.cp20 + 0.5}
                                                               : T{0x1.cp10f + 0.5f};
@@ -67,7 +68,7 @@ i32x4 AreServed(const Group<V>& steps) {
     constexpr int inCommon = -1 << ((Layout<T>::mantissaBits - 1) % 32);
     constexpr int half = std::numeric_limits<int>::min();
     const i32x4 upper = UpperWords(steps);
-    // g++ 12 would negate each of these comparisons by one more.
+    // Kept in registers: g++ 12 would put another comparison in place of each negation.
     const i32x4 isWhole = Fractions(steps) == half;
     const i32x4 isOther = InRegister(isWhole & ~InRegister(upper == zero));
     return ((upper & inCommon) == (zero & inCommon)) & ~isOther;
@@ -238,7 +239,7 @@ struct SortedAngles {
     struct Counts {
         unsigned long even, odd;
     } counts;
-    /// Whether this is not for some of them, which are in the lists all the same.
+    /// Whether some are not served. They are in the lists all the same.
     bool haveOthers;
 
     /// Sorts x, for the sine of so many quarters more.
@@ -341,6 +342,7 @@ template <class K, class Unit, class T>
                                           unsigned long count) {
     constexpr unsigned long room = longestSorted + groupSize;
     T all[room], others[room], values[longestSorted];
+    // Before anything is written: the output may be x.
     std::fill_n(std::copy_n(x, count, all), groupSize, T{0});
     Indices indices;
     unsigned long found = 0;
@@ -375,8 +377,8 @@ struct Sorted : K {
         if (count < shortestSorted<T>) {
             return false;
         }
-        // Where the first four are others, more will be.
-        if (AreServed<Unit>(x) == 0) [[unlikely]] {
+        // Where the first four and the last are others, more will be.
+        if ((AreServed<Unit>(x) | AreServed<Unit>(x + (count - groupSize))) == 0) [[unlikely]] {
             EvaluateOthers<K>(out, count, x);
             return true;
         }
