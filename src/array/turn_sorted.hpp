@@ -351,6 +351,10 @@ template <class K, class Unit, class T>
         Append(indices + found, left, first);
         found += selections.counts[left];
     }
+    if (found > count / 2) {
+        EvaluateOthers<K>(out, count, x);
+        return;
+    }
     for (unsigned long i = 0; i < found; ++i) {
         others[i] = all[indices[i]];
     }
