@@ -15,6 +15,8 @@ namespace nx::real {
 
 using namespace core;
 
+__extension__ typedef unsigned __int128 u128;
+
 /// From here on every value of T is an integer.
 template <class T>
 inline constexpr T integerBound;

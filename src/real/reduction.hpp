@@ -16,6 +16,8 @@
 
 #include "core/lanes.hpp"
 #include "real/basic.hpp"
+#include "real/reduction_double.hpp"
+#include "real/reduction_float.hpp"
 #include "real/tables/two_over_pi.hpp"
 
 namespace nx::real {
@@ -133,334 +135,6 @@ inline float ScalbnSingle(float x, int k) {
     return normal ? scaled : scaled * 0x1p-25f;
 }
 
-__extension__ typedef unsigned __int128 u128;
-
-/// Head and tail of pi/2 times the chunks iq[jz] to iq[0], of 24 bits each, the first in units of
-/// 2^q0. A call with a fixed jz has no loops.
-[[gnu::always_inline]] inline void SumLarge(const std::int32_t* iq, int jz, int q0, bool negative,
-                                            double* y) {
-    /// pi/2 in parts of at most 24 bits.
-    constexpr std::array<double, 5> pieces = {
-        Pinned(1.570796251296997, 0x3FF921FB40000000),
-        Pinned(7.549789415861596e-08, 0x3E74442D00000000),
-        Pinned(5.390302529957765e-15, 0x3CF8469880000000),
-        Pinned(3.282003415807913e-22, 0x3B78CC5160000000),
-        Pinned(1.270655753080676e-29, 0x39F01B8380000000),
-    };
-    constexpr int lastPiece = 4;
-    double q[20];
-    double unit = FromBits<double>(static_cast<std::uint64_t>(Layout<double>::bias + q0) << 52);
-    for (int i = jz; i >= 0; --i) {
-        q[i] = iq[i] * unit;
-        unit *= 0x1p-24;
-    }
-    double fq[20]{};
-    for (int i = jz; i >= 0; --i) {
-        double sum = 0;
-        for (int k = 0; k <= std::min(lastPiece, jz - i); ++k) {
-            sum += pieces[static_cast<std::size_t>(k)] * q[i + k];
-        }
-        fq[jz - i] = sum;
-    }
-    double head = fq[jz];
-    for (int i = jz - 1; i >= 0; --i) {
-        head += fq[i];
-    }
-    double tail = fq[0] - head;
-    for (int i = 1; i <= jz; ++i) {
-        tail += fq[i];
-    }
-    y[0] = negative ? -head : head;
-    y[1] = negative ? -tail : tail;
-}
-
-/// The reduction of a positive `double` beyond the medium range. Returns n modulo 8.
-///
-/// Chunks of the argument, of 2/pi and of their product are integers of 24 bits, and all sums of
-/// their products are below 2^51. Only the sums of products with pi/2 round.
-[[gnu::noinline]] inline int ReduceLarge(double t, double* y) {
-    constexpr int bits = 24;
-    constexpr std::int32_t mask = 0xFFFFFF;
-    /// The product has terms 0 to 4 at first.
-    constexpr int lastTerm = 4;
-
-    // t = (tx[0] + tx[1] / radix + tx[2] / radix^2) * 2^e0.
-    const int e0 = (UpperWord(t) >> 20) - 1046;
-    const std::uint64_t mantissa = (Pattern(t) & Layout<double>::mantissaMask) | UINT64_C(1) << 52;
-    const std::int64_t tx[] = {static_cast<std::int64_t>(mantissa >> 29),
-                               static_cast<std::int64_t>(mantissa >> 5 & mask),
-                               static_cast<std::int64_t>(mantissa << 19 & mask)};
-    const int jv = std::max(e0 - 3, 0) / bits;
-    int q0 = e0 - bits * (jv + 1);
-
-    std::int64_t product[20];
-    const auto extendProduct = [&](int from, int to) {
-        for (int i = from; i <= to; ++i) {
-            std::int64_t sum = 0;
-            for (int j = 0; j <= std::min(2, jv + i); ++j) {
-                sum += tx[j] * TwoOverPiDouble[static_cast<std::size_t>(jv + i - j)];
-            }
-            product[i] = sum;
-        }
-    };
-    extendProduct(0, lastTerm);
-
-    std::int32_t iq[20];
-    int jz = lastTerm, n, half;
-    if (q0 < 0) {
-        // Mostly the first terms do: all of them in one number of 96 bits behind the fraction.
-        u128 total = 0;
-        for (int i = 0; i <= lastTerm; ++i) {
-            total = (total << bits) + static_cast<u128>(product[i]);
-        }
-        const int point = bits * lastTerm - q0;
-        const u128 fractionMask = (u128{1} << point) - 1;
-        half = static_cast<int>(total >> (point - 1)) & 1;
-        n = static_cast<int>(total >> point & 7) + half;
-        // At least one half: the remainder is what is missing.
-        const u128 flip = u128{0} - static_cast<u128>(half);
-        total = ((total ^ flip) - flip) & fractionMask;
-        for (int i = 0; i < lastTerm; ++i) {
-            iq[i] = static_cast<std::int32_t>(total >> (bits * i)) & mask;
-        }
-        const auto fraction = static_cast<std::int32_t>(total >> (bits * lastTerm));
-        if (fraction != 0 && fraction <= mask) {
-            iq[lastTerm] = fraction;
-            SumLarge(iq, lastTerm, q0, half != 0, y);
-            return n & 7;
-        }
-    }
-    // What is above the chunks is n and, if q0 is negative, so many bits of the fraction.
-    const int fractionBits = std::max(-q0, 0);
-    std::int64_t fraction;
-    for (;;) {
-        // The product in chunks, least significant first.
-        std::int64_t above = product[jz];
-        for (int i = jz; i > 0; --i) {
-            iq[jz - i] = static_cast<std::int32_t>(above & mask);
-            above = product[i - 1] + (above >> bits);
-        }
-        fraction = above & ((INT64_C(1) << fractionBits) - 1);
-        n = static_cast<int>((q0 > 0 ? above << q0 : above >> fractionBits) & 7);
-
-        half = 0;
-        if (q0 > 0) {
-            const std::int32_t top = iq[jz - 1] >> (bits - q0);
-            n += top;
-            iq[jz - 1] -= top << (bits - q0);
-            half = iq[jz - 1] >> (bits - 1 - q0);
-        } else if (q0 == 0) {
-            half = iq[jz - 1] >> (bits - 1);
-        } else {
-            half = static_cast<int>(fraction >> (fractionBits - 1));
-        }
-
-        if (half > 0) {
-            // At least one half: n counts up, and the remainder is what is missing.
-            ++n;
-            bool carry = false;
-            for (int i = 0; i < jz; ++i) {
-                const std::int32_t chunk = iq[i];
-                if (carry) {
-                    iq[i] = mask - chunk;
-                } else if (chunk != 0) {
-                    carry = true;
-                    iq[i] = mask + 1 - chunk;
-                }
-            }
-            if (q0 > 0) {
-                iq[jz - 1] &= mask >> q0;
-            } else if (q0 < 0) {
-                fraction = (INT64_C(1) << fractionBits) - fraction - (carry ? 1 : 0);
-            }
-        }
-
-        const auto isZero = [](std::int32_t chunk) { return chunk == 0; };
-        if (fraction != 0 || !std::all_of(iq + lastTerm, iq + jz, isZero)) {
-            break;
-        }
-        // All that there was has cancelled: as many terms more as chunks are zero.
-        int more = 1;
-        while (iq[lastTerm - more] == 0) {
-            ++more;
-        }
-        extendProduct(jz + 1, jz + more);
-        jz += more;
-    }
-
-    if (fraction == 0) {
-        do {
-            --jz;
-            q0 -= bits;
-        } while (iq[jz] == 0);
-    } else {
-        if (fraction > mask) {
-            iq[jz] = static_cast<std::int32_t>(fraction & mask);
-            ++jz;
-            q0 += bits;
-            fraction >>= bits;
-        }
-        iq[jz] = static_cast<std::int32_t>(fraction);
-    }
-
-    SumLarge(iq, jz, q0, half != 0, y);
-    return n & 7;
-}
-
-/// The remainder of a large `float` as the sum of the terms, from the largest to the smallest,
-/// times the scale.
-struct LargeProduct {
-    static constexpr int terms = 10;
-    float term[terms + 2]; // the last vector store fills two that are not used
-    float scale;
-    int n;
-};
-
-/// The reduction of a positive `float` beyond the medium range, up to its last sums; n is modulo 8.
-///
-/// Like the one in `double` this works with chunks of the argument, of 2/pi and of pi/2, here of 8
-/// bits. All products and sums of chunks are exact in `float`, and so they are made of integers.
-/// Only the two sums at the end round.
-[[gnu::noinline]] inline LargeProduct MultiplyLarge(float t) {
-    constexpr int lastTerm = LargeProduct::terms - 1;
-    /// No `float` asks for more: none leaves a fraction below 2^-31.
-    constexpr int mostTerms = 13;
-    /// Entry jv: the bytes of 2/pi from place jv - 2 to place jv + 13.
-    static constexpr auto windows = [] {
-        std::array<u128, 15> all{};
-        for (int jv = 0; jv < 15; ++jv) {
-            for (int k = jv - 2; k <= jv + mostTerms; ++k) {
-                const int byte = k < 0 ? 0 : TwoOverPiSingle[static_cast<std::size_t>(k)];
-                all[static_cast<std::size_t>(jv)] <<= 8;
-                all[static_cast<std::size_t>(jv)] |= static_cast<unsigned>(byte);
-            }
-        }
-        return all;
-    }();
-    /// pi/2 in parts of at most 8 bits; entry k counts steps of 2^(-7 - 8k).
-    static constexpr auto weights = [] {
-        constexpr std::array<float, 10> pieces = {
-            Pinned(1.5703125f, 0x3FC90000),
-            Pinned(0.000457763671875f, 0x39F00000),
-            Pinned(2.5987625122070312e-05f, 0x37DA0000),
-            Pinned(7.543712854385376e-08f, 0x33A20000),
-            Pinned(6.002665031701326e-11f, 0x2E840000),
-            Pinned(7.389644451905042e-13f, 0x2B500000),
-            Pinned(5.384581669432009e-15f, 0x27C20000),
-            Pinned(5.637851296924623e-18f, 0x22D00000),
-            Pinned(8.300922883092143e-20f, 0x1FC40000),
-            Pinned(3.2756352257099896e-22f, 0x1BC60000),
-        };
-        std::array<std::int16_t, 10> all{};
-        float unit = 0x1p-7f;
-        for (std::size_t k = 0; k < pieces.size(); ++k) {
-            all[k] = static_cast<std::int16_t>(pieces[k] / unit);
-            if (static_cast<float>(all[k]) * unit != pieces[k]) {
-                throw "a part of pi/2 is no multiple of its unit";
-            }
-            unit *= 0x1p-8f;
-        }
-        return all;
-    }();
-
-    // t = m * 2^(e0 - 16); the shift brings the product's binary point to bit 112.
-    const std::uint32_t pattern = Pattern(t);
-    const int e0 = static_cast<int>(pattern >> 23) - 134;
-    const int jv = std::max(e0 - 3, 0) / 8;
-    const int shift = e0 - 8 * jv;
-    const std::uint32_t m = (pattern & Layout<float>::mantissaMask) | 0x800000;
-    const std::uint64_t tx0 = std::uint64_t{m >> 16} << shift;
-    const std::uint64_t tx1 = std::uint64_t{(m >> 8) & 0xFF} << shift;
-    const std::uint64_t tx2 = std::uint64_t{m & 0xFF} << shift;
-    const u128 window = windows[static_cast<std::size_t>(jv)];
-
-    // The fraction of the terms 0 to jz of the product, less its nearest integer, with the byte of
-    // term jz - 9 at bit 104: at most ten bytes. Gives the upper half.
-    unsigned n, half;
-    u128 fraction;
-    const auto multiply = [&](int jz) {
-        const u128 kept = ~u128{(std::uint64_t{1} << (8 * (mostTerms - jz))) - 1};
-        const u128 product =
-            (window & kept) * tx0 + ((window >> 8) & kept) * tx1 + ((window >> 16) & kept) * tx2;
-        half = static_cast<unsigned>(product >> 111) & 1;
-        n = static_cast<unsigned>(product >> 112) + half;
-        fraction = ((half != 0 ? -product : product) & ((u128{1} << 112) - 1)) >> shift;
-        fraction <<= 8 * (jz - lastTerm);
-        return static_cast<std::uint64_t>(fraction >> 64);
-    };
-    // The first of the ten bytes must not be zero. With a shift of 7 or more that takes term 10.
-    // It does not take more if the byte is 2 or more, as a term changes the one before little.
-    const int extra = (shift + 1) >> 3;
-    int jz = lastTerm + extra;
-    if (multiply(jz) >> 40 <= static_cast<unsigned>(extra)) [[unlikely]] {
-        // One more term for each zero byte; `upper` itself is never zero.
-        jz = lastTerm;
-        for (std::uint64_t upper; (upper = multiply(jz)) >> 40 == 0;) {
-            jz += 5 - (static_cast<int>(std::bit_width(upper)) - 1) / 8;
-        }
-    }
-
-    // The ten bytes of the fraction times the weights, ten sums of products: in sum i, byte i - k
-    // meets weight k, two of them at a time.
-    const __m128i bytes = _mm_set_epi64x(
-        static_cast<long long>(__builtin_bswap64(static_cast<std::uint64_t>(fraction) << 16)),
-        static_cast<long long>(__builtin_bswap64(static_cast<std::uint64_t>(fraction >> 48))));
-    const __m128i before = _mm_slli_si128(bytes, 1);
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i low = _mm_unpacklo_epi8(bytes, zero);
-    const __m128i lowBefore = _mm_unpacklo_epi8(before, zero);
-    const auto shifted = [](__m128i a, __m128i b) {
-        return _mm_castpd_si128(_mm_shuffle_pd(_mm_castsi128_pd(a), _mm_castsi128_pd(b), 1));
-    };
-    const __m128i pairs0 = _mm_unpacklo_epi16(low, lowBefore);
-    const __m128i pairs4 = _mm_unpackhi_epi16(low, lowBefore);
-    const __m128i pairs8 =
-        _mm_unpacklo_epi16(_mm_unpackhi_epi8(bytes, zero), _mm_unpackhi_epi8(before, zero));
-    const __m128i pairs2 = shifted(pairs0, pairs4);
-    const __m128i pairsMinus2 = shifted(zero, pairs0);
-    const auto times = [](__m128i pairs, std::size_t k) {
-        return _mm_madd_epi16(pairs, _mm_set1_epi32(weights[k] | weights[k + 1] << 16));
-    };
-    const __m128i sums0 = _mm_add_epi32(times(pairs0, 0), times(pairsMinus2, 2));
-    const __m128i sums4 = _mm_add_epi32(_mm_add_epi32(times(pairs4, 0), times(pairs2, 2)),
-                                        _mm_add_epi32(times(pairs0, 4), times(pairsMinus2, 6)));
-    const __m128i sums8 = _mm_add_epi32(
-        _mm_add_epi32(_mm_add_epi32(times(pairs8, 0), times(shifted(pairs4, pairs8), 2)),
-                      _mm_add_epi32(times(pairs4, 4), times(pairs2, 6))),
-        times(pairs0, 8));
-    LargeProduct result;
-    constexpr f32x4 units = {1, 0x1p-8f, 0x1p-16f, 0x1p-24f};
-    Store(result.term, (f32x4)_mm_cvtepi32_ps(sums0) * units);
-    Store(result.term + 4, (f32x4)_mm_cvtepi32_ps(sums4) * (units * 0x1p-32f));
-    Store(result.term + 8, (f32x4)_mm_cvtepi32_ps(sums8) * (units * 0x1p-64f));
-    const auto exponent = static_cast<std::uint32_t>(127 + 57 - 8 * jz + shift);
-    result.scale = FromBits<float>(exponent << 23 | half << 31);
-    result.n = static_cast<int>(n & 7);
-    return result;
-}
-
-/// Head and tail: the sum from the smallest term up, and what it has lost.
-template <Floats V>
-void SumTerms(const V* term, V scale, V& head, V& tail) {
-    V sum = term[LargeProduct::terms - 1];
-    for (int i = LargeProduct::terms - 2; i >= 0; --i) {
-        sum += term[i];
-    }
-    V lost = term[0] - sum;
-    for (int i = 1; i < LargeProduct::terms; ++i) {
-        lost += term[i];
-    }
-    head = sum * scale;
-    tail = lost * scale;
-}
-
-/// The reduction of a positive `float` beyond the medium range. Returns n modulo 8.
-inline int ReduceLarge(float t, float* y) {
-    const LargeProduct product = MultiplyLarge(t);
-    SumTerms(product.term, product.scale, y[0], y[1]);
-    return product.n;
-}
-
 /// Head and tail of the remainder of x into y[0] and y[1]; returns n, of which only the lowest two
 /// bits count. Infinity and NaN leave the default NaN.
 template <class T>
@@ -543,28 +217,6 @@ bool All(i32x4 mask) {
     return LaneBits<V>(mask) == (1u << Lanes<V>::count) - 1;
 }
 
-/// The reduction of large lanes. The other lanes mean nothing.
-inline Reduced<f32x4> ReduceLarge(f32x4 x, unsigned lanes) {
-    LargeProduct products[4]{};
-    for (; lanes != 0; lanes &= lanes - 1) {
-        const int i = std::countr_zero(lanes);
-        products[i] = MultiplyLarge(std::fabs(x[i]));
-    }
-    const auto& [a, b, c, d] = products;
-    f32x4 term[LargeProduct::terms];
-    for (int k = 0; k < LargeProduct::terms; ++k) {
-        term[k] = f32x4{a.term[k], b.term[k], c.term[k], d.term[k]};
-    }
-    const f32x4 scale = {a.scale, b.scale, c.scale, d.scale};
-    const i32x4 n = {a.n, b.n, c.n, d.n};
-    const i32x4 negative = SignMask(x);
-    f32x4 head, tail;
-    SumTerms(term, FromBits<f32x4>(Bits(scale) ^ (Bits(x) & signBit<float>)), head, tail);
-    return {head, tail,
-            __builtin_convertvector((n ^ negative) - negative + notZero, f32x4) +
-                ReductionConstants<float>::toInteger};
-}
-
 /// Puts right the lanes that are not `served`. Rare: a tiny remainder.
 template <Value V>
 [[gnu::noinline]] Reduced<V> ReduceRest(V x, Reduced<V> reduced, MaskOf<V> served,
@@ -572,13 +224,16 @@ template <Value V>
     using T = ElementOf<V>;
     using C = ReductionConstants<T>;
     unsigned left = LaneBits<V>(Not(served));
-    if constexpr (Floats<V>) {
-        const MaskOf<V> large = LessEqual(Broadcast<V>(C::mediumBound), Abs(x)) &
-                                Less(Abs(x), Broadcast<V>(infinity<T>));
-        const Reduced<V> product = ReduceLarge(x, LaneBits<V>(large));
-        reduced = {Select(large, product.head, reduced.head),
-                   Select(large, product.tail, reduced.tail),
-                   Select(large, product.quadrant, reduced.quadrant)};
+    const MaskOf<V> large =
+        LessEqual(Broadcast<V>(C::mediumBound), Abs(x)) & Less(Abs(x), Broadcast<V>(infinity<T>));
+    if (Any<V>(large)) {
+        V y[2];
+        const V n = ReduceLarge(Select(large, Abs(x), Broadcast<V>(C::mediumBound)), y);
+        const auto sign = Bits(x) & signBit<T>;
+        const auto signedAs = [sign](V v) { return FromBits<V>(Bits(v) ^ sign); };
+        reduced = {Select(large, signedAs(y[0]), reduced.head),
+                   Select(large, signedAs(y[1]), reduced.tail),
+                   Select(large, signedAs(n) + T{notZero} + C::toInteger, reduced.quadrant)};
         left &= ~LaneBits<V>(large);
     }
     for (; left != 0; left &= left - 1) {
