@@ -14,6 +14,8 @@
 //   State<V>                         a state that lasts: it derives from the result of First, and
 //                                    K::Next(state, number of the phase) changes it
 //   Near                             a kernel of a narrow range, without Entry, for blocks inside
+//   FirstOfBlock(states, const T* x..., vectors, MaskOf<V>& rare)   First for all of a block in
+//                                    another way, or false
 //   Second(V x..., MaskOf<V>& rare)  a second range, in one step, for lanes that First marks; sets
 //                                    `rare` likewise, and may take what the phases gave after x
 //   WholeBlock(T* out, count, const T* x...)   all of a block in another way, or false; of a
@@ -181,10 +183,19 @@ bool EvaluatePhases(Outputs<K, T> out, const Outputs<K, T>* elsewhere, unsigned 
     using Started = decltype(K::First(Load<V>(in)..., rare));
     typename StateOf<K, V, Started>::type states[blockVectors];
     auto* state = states;
-    ForEachVector(count / lanes, [&](unsigned long) {
-        static_cast<Started&>(*state++) = K::First(InRegister(Load<V>(in))..., rare);
-        ((in += lanes), ...);
-    });
+    const auto begin = [&] {
+        ForEachVector(count / lanes, [&](unsigned long) {
+            static_cast<Started&>(*state++) = K::First(InRegister(Load<V>(in))..., rare);
+            ((in += lanes), ...);
+        });
+    };
+    if constexpr (requires { K::FirstOfBlock(states, in..., count, rare); }) {
+        if (!K::FirstOfBlock(states, in..., count / lanes, rare)) [[likely]] {
+            begin();
+        }
+    } else {
+        begin();
+    }
     const bool serves = !Any<V>(rare);
     if (!serves) [[unlikely]] {
         if (elsewhere == nullptr) {

@@ -217,33 +217,26 @@ bool All(i32x4 mask) {
     return LaneBits<V>(mask) == (1u << Lanes<V>::count) - 1;
 }
 
-/// Puts right the lanes that are not `served`. Rare: a tiny remainder.
+/// Puts the remainders of some lanes where they belong, one at a time.
 template <Value V>
-[[gnu::noinline]] Reduced<V> ReduceRest(V x, Reduced<V> reduced, MaskOf<V> served,
-                                        MaskOf<V>& rare) {
+[[gnu::noinline]] void ReduceEach(V x, Reduced<V>& reduced, unsigned lanes) {
     using T = ElementOf<V>;
-    using C = ReductionConstants<T>;
-    unsigned left = LaneBits<V>(Not(served));
-    const MaskOf<V> large =
-        LessEqual(Broadcast<V>(C::mediumBound), Abs(x)) & Less(Abs(x), Broadcast<V>(infinity<T>));
-    if (Any<V>(large)) {
-        V y[2];
-        const V n = ReduceLarge(Select(large, Abs(x), Broadcast<V>(C::mediumBound)), y);
-        const auto sign = Bits(x) & signBit<T>;
-        const auto signedAs = [sign](V v) { return FromBits<V>(Bits(v) ^ sign); };
-        reduced = {Select(large, signedAs(y[0]), reduced.head),
-                   Select(large, signedAs(y[1]), reduced.tail),
-                   Select(large, signedAs(n) + T{notZero} + C::toInteger, reduced.quadrant)};
-        left &= ~LaneBits<V>(large);
-    }
-    for (; left != 0; left &= left - 1) {
-        const int i = std::countr_zero(left);
+    for (; lanes != 0; lanes &= lanes - 1) {
+        const int i = std::countr_zero(lanes);
         T y[2] = {x[i], T{0}};
         const int n = IsReduced(x[i]) ? 0 : ReducePio2(x[i], y) + notZero;
         reduced.head[i] = y[0];
         reduced.tail[i] = y[1];
-        reduced.quadrant[i] = C::toInteger + static_cast<T>(n);
+        reduced.quadrant[i] = ReductionConstants<T>::toInteger + static_cast<T>(n);
     }
+}
+
+/// Puts right the lanes that are not `served`. Rare: a tiny remainder.
+template <Value V>
+[[gnu::noinline]] Reduced<V> ReduceRest(V x, Reduced<V> reduced, MaskOf<V> served,
+                                        MaskOf<V>& rare) {
+    using C = ReductionConstants<ElementOf<V>>;
+    ReduceEach(x, reduced, LaneBits<V>(Not(served)));
     rare |= Not(served) & Less(Abs(reduced.head), Broadcast<V>(C::tinyHead));
     return reduced;
 }
@@ -280,14 +273,15 @@ template <Value V>
     return All<V>(served) ? reduced : ReduceRest(x, reduced, served, rare);
 }
 
-/// The reduction on lanes; what `IsReduced` stays as it is. Rare: a tiny remainder.
+/// The reduction on lanes; what `IsReduced` stays as it is. Rare: a tiny remainder. All lanes go
+/// through the second step unless it may end before that.
 ///
 /// The nearest integer comes from adding and subtracting 1.5 * 2^52 (`float` 1.5 * 2^23). It can be
 /// another one than that of `ReducePio2`, and another than 0 for what `IsReduced`, only next to the
 /// middle between two multiples, where the head is `nearHalf` or more. For n = 1 the first step is
 /// that of the range with a formula of its own. A head of `kept` times |x| or more is too large for
 /// a multiple of pi/2 by the tables, and for a second step, except from n = 32 on in `float`.
-template <Value V>
+template <bool mayEnd = true, Value V>
 // A call for each vector would cost a third of a sine.
 [[gnu::always_inline]] inline Reduced<V> ReduceLanes(V x, MaskOf<V>& rare) {
     using C = ReductionConstants<ElementOf<V>>;
@@ -305,7 +299,90 @@ template <Value V>
     if constexpr (Floats<V>) {
         done &= Less(t, Broadcast<V>(C::manyBound));
     }
-    return All<V>(done) ? first : ReduceFurther<V>(x, {fn, r, first, certain, done}, rare);
+    return mayEnd && All<V>(done) ? first
+                                  : ReduceFurther<V>(x, {fn, r, first, certain, done}, rare);
+}
+
+/// True in lanes beyond the medium range that are finite.
+template <Value V>
+MaskOf<V> IsLarge(V x) {
+    using T = ElementOf<V>;
+    return LessEqual(Broadcast<V>(ReductionConstants<T>::mediumBound), Abs(x)) &
+           Less(Abs(x), Broadcast<V>(infinity<T>));
+}
+
+/// The reduction of vectors with many large lanes, step by step through buffers, so that the chains of
+/// several vectors are in flight. Rare: a tiny remainder.
+[[gnu::noinline]] inline void ReduceManyLarge(Reduced<f32x4>* reduced, const float* x,
+                                              unsigned long vectors, i32x4& rare) {
+    using V = f32x4;
+    using C = ReductionConstants<float>;
+    constexpr unsigned long most = 16;
+    LargeDigits digits[most];
+    i32x4 isLarge[most];
+    V terms[most][LargeProduct::terms];
+    while (vectors != 0) {
+        const unsigned long count = std::min(vectors, most);
+        i32x4 allLarge = ~i32x4{};
+        for (unsigned long j = 0; j < count; ++j) {
+            isLarge[j] = IsLarge(Load<V>(x + j * 4));
+            allLarge &= isLarge[j];
+        }
+        if (All<V>(allLarge)) {
+            std::fill_n(reduced, count, Reduced<V>{});
+        } else {
+            for (unsigned long j = 0; j < count; ++j) {
+                const V medium = Drop(isLarge[j], Load<V>(x + j * 4));
+                // A branch on the lanes that need the second step could not be learned.
+                reduced[j] = ReduceLanes<false>(medium, rare);
+            }
+        }
+        for (unsigned long j = 0; j < count; ++j) {
+            const V v = Load<V>(x + j * 4);
+            i32x4 unserved;
+            digits[j] =
+                MultiplyLarge(Select(isLarge[j], Abs(v), Broadcast<V>(C::mediumBound)), unserved);
+            unserved &= isLarge[j];
+            if (Any<V>(unserved)) [[unlikely]] {
+                ReduceEach(v, reduced[j], LaneBits<V>(unserved));
+                rare |= unserved & Less(Abs(reduced[j].head), Broadcast<V>(C::tinyHead));
+                isLarge[j] &= ~unserved;
+            }
+        }
+        for (unsigned long j = 0; j < count; ++j) {
+            MultiplyByPio2(digits[j], terms[j]);
+        }
+        for (unsigned long j = 0; j < count; ++j) {
+            const auto sign = Bits(Load<V>(x + j * 4)) & signBit<float>;
+            const i32x4 large = isLarge[j];
+            V head, tail;
+            SumTerms(terms[j], FromBits<V>(Bits(digits[j].scale) ^ sign), head, tail);
+            const V n = FromBits<V>(Bits(digits[j].n) ^ sign);
+            reduced[j] = {Select(large, head, reduced[j].head),
+                          Select(large, tail, reduced[j].tail),
+                          Select(large, n + (notZero + C::toInteger), reduced[j].quadrant)};
+            rare |= large & Less(Abs(head), Broadcast<V>(C::tinyHead));
+        }
+        reduced += count;
+        x += count * 4;
+        vectors -= count;
+    }
+}
+
+/// `ReduceLanes` for a block, if its first or last vector has large lanes of `float`. Otherwise
+/// returns false.
+template <class T>
+bool ReduceBlock(Reduced<Vector<T>>* reduced, const T* x, unsigned long vectors,
+                 MaskOf<Vector<T>>& rare) {
+    if constexpr (Floats<T>) {
+        const i32x4 large =
+            IsLarge(Load<Vector<T>>(x)) | IsLarge(Load<Vector<T>>(x + (vectors - 1) * 4));
+        if (Any<f32x4>(large)) {
+            ReduceManyLarge(reduced, x, vectors, rare);
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace nx::real

@@ -204,6 +204,12 @@ struct Polynomials {
 
 /// The phases that sine and cosine share.
 struct ReducedPhases {
+    template <class T>
+    static bool FirstOfBlock(Reduced<Vector<T>>* states, const T* x, unsigned long vectors,
+                             MaskOf<Vector<T>>& rare) {
+        return ReduceBlock(states, x, vectors, rare);
+    }
+
     template <class V>
     static Reduced<V> First(V x, MaskOf<V>& rare) {
         return ReduceLanes(x, rare);
