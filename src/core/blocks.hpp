@@ -94,6 +94,11 @@ requires requires {
     K::blockLength;
 }
 inline constexpr unsigned long longestBlock<K, T> = K::blockLength;
+template <class K, class T>
+requires requires {
+    K::Inner::blockLength;
+}
+inline constexpr unsigned long longestBlock<K, T> = K::Inner::blockLength;
 
 /// A kernel that changes the argument of another one.
 template <class K, class V>
@@ -306,7 +311,7 @@ unsigned long EvaluateAny(Outputs<K, T> out, unsigned long count, Outside isOuts
     using V = Vector<T>;
     constexpr unsigned long lanes = Lanes<V>::count;
     if constexpr (BeginsBefore<K, V>) {
-        T arguments[blockElements<T>];
+        T arguments[longestBlock<K, T>];
         for (unsigned long i = 0; i < count; i += lanes) {
             Store(arguments + i, K::Before(Load<V>(in + i)...));
         }
@@ -448,6 +453,7 @@ unsigned long MapInDomain(T* dst, T* src, unsigned long dstStride, unsigned long
 template <class K, class T>
 void MapTwoResults(T* dst1, T* dst2, T* src, unsigned long dst1Stride, unsigned long dst2Stride,
                    unsigned long srcStride, unsigned long count) {
+    static_assert(longestBlock<K, T> == blockElements<T>);
     MapBlocks<K, Everywhere, T>(count,
                                 std::array{Walk<T>(dst1, dst1Stride), Walk<T>(dst2, dst2Stride)},
                                 BlockSource<T, T>(src, srcStride));
@@ -458,6 +464,7 @@ template <class K, class D, class TDst, class TA, class TB>
 unsigned long MapPairsInDomain(TDst* dst, TA* a, TB* b, unsigned long dstStride,
                                unsigned long aStride, unsigned long bStride, unsigned long count) {
     using W = std::common_type_t<TA, TB>;
+    static_assert(longestBlock<K, W> == blockElements<W>);
     return MapBlocks<K, D, W>(count, std::array{Walk<TDst>(dst, dstStride)},
                               BlockSource<W, TA>(a, aStride), BlockSource<W, TB>(b, bStride));
 }
