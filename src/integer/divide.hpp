@@ -5,7 +5,8 @@
 // further from it than the error of the quotient, moves halves away from zero and nothing else
 // across one; then the instruction that rounds halves to even is right. `float` has the precision
 // for 16 bits, `double` for `int`, and the approximate reciprocal, with its error of 1.5 * 2^-12,
-// for 8. Quotients of `unsigned int` are rounded as those of `double` operands are.
+// for 8; for `signed char`, that is still so when it is an integer of 16 bits. Quotients of
+// `unsigned int` are rounded as those of `double` operands are.
 #ifndef NX_INTEGER_DIVIDE_HPP
 #define NX_INTEGER_DIVIDE_HPP
 
@@ -26,6 +27,37 @@ requires(sizeof(T) < 4) f32x4 FactoredQuotient(f32x4 a, f32x4 b) {
     } else {
         return a * (1 + 0x1p-19f) / b;
     }
+}
+
+/// The integer for a reciprocal is the one nearest to this by the divisor. Factors from 1.00233 to
+/// 1.00324 will do: then, for every divisor, whatever integer the error of the approximation leads
+/// to serves all dividends.
+inline constexpr float reciprocalScale = 0x1p15f * (1 + 0x3p-10f);
+
+/// They saturate for 1 and -1, by which no quotient is a half.
+inline Halves<signed char> IntegerReciprocals(Block<signed char> b) {
+    using T = signed char;
+    const Spread<T, f32x4> divisors = ToScaledFloats<T>(b);
+    const auto reciprocals = [&](int j) {
+        // `ToScaledFloats` has 2^24 in the divisors.
+        return _mm_cvtps_epi32(
+            (__m128)((f32x4)_mm_rcp_ps((__m128)divisors.part[j]) * (reciprocalScale * 0x1p24f)));
+    };
+    return {(Block<short>)_mm_packs_epi32(reciprocals(0), reciprocals(1)),
+            (Block<short>)_mm_packs_epi32(reciprocals(2), reciprocals(3))};
+}
+
+/// The quotients. The factor takes halves away from zero, and rounding is down: positive ones stay
+/// at a half or above it, negative ones below.
+inline Block<signed char> RoundedProducts(Block<signed char> a, Halves<signed char> reciprocals) {
+    const auto rounded = [](Block<short> shifted, Block<short> reciprocal) {
+        // The quotients, times 2^7.
+        const __m128i product = _mm_mulhi_epi16((__m128i)shifted, (__m128i)reciprocal);
+        return ((Block<short>)product + short{1 << 6}) >> 7;
+    };
+    const Halves<signed char> shifted = SpreadBits<signed char>(a);
+    return Pack<signed char>(
+        {rounded(shifted.lower, reciprocals.lower), rounded(shifted.upper, reciprocals.upper)});
 }
 
 struct Quotient : CollapsesIntegers {
@@ -105,7 +137,9 @@ struct Quotient : CollapsesIntegers {
 private:
     template <Narrow T>
     [[gnu::always_inline]] static Block<T> RoundedQuotients(Block<T> a, Block<T> b) {
-        if constexpr (std::same_as<T, unsigned int>) {
+        if constexpr (std::same_as<T, signed char>) {
+            return RoundedProducts(a, IntegerReciprocals(b));
+        } else if constexpr (std::same_as<T, unsigned int>) {
             Spread<T, f64x2> quotients = ToDoubles<T>(a);
             const Spread<T, f64x2> divisors = ToDoubles<T>(b);
             for (unsigned long j = 0; j < quotients.count; ++j) {
