@@ -5,6 +5,7 @@
 //   R::Real<T, form>(V a, V b)        the element of an integer and a `double`, not yet rounded to
 //                                     a T of at most 32 bits; V is `double`, and f64x2 if the rule
 //                                     is straight-line code for lanes
+//   R::IsRare<form>(f64x2 a)          where lanes do not serve a first operand, if there is any
 //   R::Kernel                         in place of `Real`, a kernel of core/blocks.hpp
 //   R::Exact(a, b)                    the element of 64 bits and a `double`, for both orders
 //   R::Collapses<T>(double x)         whether one x for the whole array becomes an integer
@@ -109,10 +110,24 @@ concept HasRealLanes = Narrow<T> && requires(f64x2 v) {
     R::template Real<T, Form::doubleFirst>(v, v);
 };
 
+template <class R, Form form>
+concept HasRare = requires(f64x2 v) {
+    R::template IsRare<form>(v);
+};
+
 /// A block of results where one operand is `double`. False if lanes do not serve some of them: then
 /// nothing is stored. Always inline, since a call would pass the operands through memory.
 template <class R, Form form, class T>
 [[gnu::always_inline]] inline bool StoreReal(T* dst, Reals<T> a, const Reals<T>& b) {
+    if constexpr (HasRare<R, form>) {
+        i32x4 rare{};
+        for (const f64x2& part : a.part) {
+            rare |= R::template IsRare<form>(part);
+        }
+        if (Any<f64x2>(rare)) [[unlikely]] {
+            return false;
+        }
+    }
     for (unsigned long j = 0; j < Reals<T>::count; ++j) {
         a.part[j] = R::template Real<T, form>(a.part[j], b.part[j]);
     }

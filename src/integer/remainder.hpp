@@ -1,8 +1,15 @@
 // Remainders: `Rem` with the sign of the dividend, `Mod` with the sign of the divisor.
 //
-// Lanes take an integer t next to the quotient from floating point, and a - b * t in integers that
-// wrap, but for the quotients of `short`. For a zero b that is `a` whatever t is, and 0 for b = -1,
-// where the quotient may be too large.
+// Lanes of integers take an integer t next to the quotient from floating point, and a - b * t in
+// integers that wrap, but for the quotients of `short`. For a zero b that is `a` whatever t is, and
+// 0 for b = -1, where the quotient may be too large.
+//
+// With a `double`, the rest by the nearest integer to the quotient is exact, and where it has the
+// wrong sign one more divisor is added. The rules are those of real/remainder.hpp, but only what
+// rounds to another integer counts:
+// - Divisors below a half do as a half does.
+// - A quotient within rounding of an integer leaves a rest that rounds to 0. So it is enough to add
+//   no divisor there. By an integer such a quotient is exact.
 #ifndef NX_INTEGER_REMAINDER_HPP
 #define NX_INTEGER_REMAINDER_HPP
 
@@ -78,9 +85,98 @@ requires(sizeof(T) < 4)
     }
 }
 
-struct Rem : CollapsesIntegers {
+/// v with its sign changed where that of a is set.
+inline f64x2 FlipSignBy(f64x2 v, f64x2 a) {
+    return FromBits<f64x2>(Bits(v) ^ (Bits(a) & signBit<double>));
+}
+
+/// The nearest integers to numbers below 2^51. Of halves either neighbour will do.
+inline f64x2 Nearest(f64x2 v) {
+    return (v + 0x1.8p52) - 0x1.8p52;
+}
+
+/// What divides a T in place of a magnitude. For a NaN that is a half, by which the rest is 0. From
+/// four times the range on, all divisors give the same.
+template <Narrow T>
+f64x2 LimitDivisor(f64x2 magnitude) {
+    constexpr double largest = 4 * (static_cast<double>(hi<T>) + 1);
+    return Lesser(Broadcast<f64x2>(largest), Greater(Broadcast<f64x2>(0.5), magnitude));
+}
+
+struct Division {
+    f64x2 quotient, nearest, rest;
+};
+
+/// An integer by a limited divisor. The rest is exact: in parts of at most 20 and 33 bits, or of
+/// 20, 20 and 13, the divisor has exact products with the nearest integer, which has at most 18 or
+/// 33 bits.
+template <Narrow T>
+Division Divide(f64x2 n, f64x2 divisor) {
+    const auto upper = [](f64x2 v) {
+        return FromBits<f64x2>(Bits(v) & UINT64_C(0xFFFFFFFE00000000));
+    };
+    const f64x2 quotient = n / divisor;
+    const f64x2 nearest = Nearest(quotient);
+    f64x2 part = upper(divisor);
+    f64x2 left = divisor - part;
+    f64x2 rest = n - nearest * part;
+    if constexpr (sizeof(T) == 4) {
+        part = upper(left);
+        left -= part;
+        rest -= nearest * part;
+    }
+    return {quotient, nearest, rest - nearest * left};
+}
+
+/// The rest of two that are not negative, with the sign of both.
+template <Narrow T>
+f64x2 PositiveRest(f64x2 n, f64x2 divisor) {
+    const auto [quotient, nearest, rest] = Divide<T>(n, divisor);
+    // The product is the number next below the integer.
+    constexpr double belowOne = 1 - 0x1p-53;
+    return rest + Keep(Less(quotient, nearest * belowOne), divisor);
+}
+
+/// A rule of remainders on lanes, and `Far`, the kernel for dividends that are too large for it.
+template <class Rule, class Far>
+struct Remainder : CollapsesIntegers {
     static constexpr bool isShort = false;
-    using Kernel = real::RemKernel;
+
+    /// Below it, products with the nearest integer to the quotient are exact, being integers.
+    static constexpr double farthest = 0x1p50;
+
+    template <Form form>
+    requires(form == Form::doubleFirst) static i32x4 IsRare(f64x2 a) {
+        return NotLess(Abs(a), Broadcast<f64x2>(farthest));
+    }
+
+    template <Narrow T, Form form>
+    static f64x2 Real(f64x2 a, f64x2 b) {
+        return Rule::template Rest<T, form>(a, b);
+    }
+
+    /// On lanes, too: scalar code would take patterns through integer registers.
+    template <Narrow T, Form form>
+    static double Real(double a, double b) {
+        if (form == Form::doubleFirst && !(std::fabs(a) < farthest)) {
+            return Far::Entry(a, b);
+        }
+        return Rule::template Rest<T, form>(Broadcast<f64x2>(a), Broadcast<f64x2>(b))[0];
+    }
+};
+
+struct Rem : Remainder<Rem, real::RemKernel> {
+    template <Narrow T, Form form>
+    static f64x2 Rest(f64x2 a, f64x2 b) {
+        const f64x2 magnitude = Abs(a);
+        if constexpr (form == Form::doubleSecond) {
+            return WithSignOf(PositiveRest<T>(magnitude, LimitDivisor<T>(Abs(b))), a);
+        } else {
+            const f64x2 divisor = Greater(Broadcast<f64x2>(0.5), Abs(b));
+            const f64x2 rest = magnitude - Nearest(magnitude / divisor) * divisor;
+            return WithSignOf(rest + Keep(Less(rest, f64x2{}), divisor), a);
+        }
+    }
 
     template <Integer T>
     static T Same(T a, T b) {
@@ -108,9 +204,28 @@ struct Rem : CollapsesIntegers {
     }
 };
 
-struct Mod : CollapsesIntegers {
-    static constexpr bool isShort = false;
-    using Kernel = real::ModKernel;
+struct Mod : Remainder<Mod, real::ModKernel> {
+    template <Narrow T, Form form>
+    static f64x2 Rest(f64x2 a, f64x2 b) {
+        const auto isZero = Equal(b, f64x2{});
+        if constexpr (form == Form::doubleFirst) {
+            // The dividend is the rest by so large a number.
+            const f64x2 divisor = b + Keep(isZero, Broadcast<f64x2>(0x1p60));
+            const f64x2 rest = a - Nearest(a / divisor) * divisor;
+            const f64x2 signedRest = isSigned<T> ? FlipSignBy(rest, b) : rest;
+            return rest + Keep(Less(signedRest, f64x2{}), b);
+        } else if constexpr (isSigned<T>) {
+            const f64x2 divisor = LimitDivisor<T>(Abs(b));
+            const auto [quotient, nearest, rest] = Divide<T>(FlipSignBy(a, b), divisor);
+            // The difference is the number next below the integer.
+            const f64x2 below = nearest - Abs(nearest) * 0x1.4p-53;
+            const f64x2 result = rest + Keep(Less(quotient, below), divisor);
+            return FlipSignBy(result, b) + Keep(isZero, a);
+        } else {
+            // By a negative divisor nothing is above 0, nor is anything by a half.
+            return PositiveRest<T>(a, LimitDivisor<T>(b)) + Keep(isZero, a);
+        }
+    }
 
     template <Integer T>
     static T Same(T a, T b) {
