@@ -6,6 +6,7 @@
 //                                     a T of at most 32 bits; V is `double`, and f64x2 if the rule
 //                                     is straight-line code for lanes
 //   R::IsRare<form>(f64x2 a)          where lanes do not serve a first operand, if there is any
+//   R::rarelySaturates                true where most elements are in range, if they are
 //   R::Kernel                         in place of `Real`, a kernel of core/blocks.hpp
 //   R::Exact(a, b)                    the element of 64 bits and a `double`, for both orders
 //   R::Collapses<T>(double x)         whether one x for the whole array becomes an integer
@@ -110,6 +111,10 @@ concept HasRealLanes = Narrow<T> && requires(f64x2 v) {
     R::template Real<T, Form::doubleFirst>(v, v);
 };
 
+template <class R>
+concept RarelySaturates = requires {
+    requires R::rarelySaturates;
+};
 template <class R, Form form>
 concept HasRare = requires(f64x2 v) {
     R::template IsRare<form>(v);
@@ -132,6 +137,12 @@ template <class R, Form form, class T>
         a.part[j] = R::template Real<T, form>(a.part[j], b.part[j]);
     }
     Block<T> rounded;
+    if constexpr (std::same_as<T, int> && RarelySaturates<R>) {
+        if (RoundInRange(a, rounded)) [[likely]] {
+            StoreBlock<T>(dst, rounded);
+            return true;
+        }
+    }
     if (!Round<T>(a, rounded)) [[unlikely]] {
         return false;
     }

@@ -302,16 +302,27 @@ requires(sizeof(T) == 2)
     return (found & 0xCCCC) == 0;
 }
 
+/// The nearest integers to numbers with the signs of x. The lowest one for NaN and out of range.
+inline __m128i NearestInts(f64x2 bounded, f64x2 x) {
+    return _mm_cvttpd_epi32((__m128d)(bounded + WithSignOf(Broadcast<f64x2>(belowHalf), x)));
+}
+
 template <Narrow T>
 requires std::same_as<T, int>
 [[gnu::always_inline]] inline bool Round(const Spread<T, f64x2>& v, Block<T>& result) {
-    const auto cutOff = [](f64x2 x) {
-        // Below the range, conversion gives the lowest `int`.
-        const f64x2 bounded = Lesser(Broadcast<f64x2>(hi<T>), x);
-        return _mm_cvttpd_epi32((__m128d)(bounded + WithSignOf(Broadcast<f64x2>(belowHalf), x)));
+    const auto round = [](f64x2 x) {
+        // Below the range, conversion does what is wanted.
+        return NearestInts(Lesser(Broadcast<f64x2>(hi<T>), x), x);
     };
-    result = (Block<T>)_mm_unpacklo_epi64(cutOff(v.part[0]), cutOff(v.part[1]));
+    result = (Block<T>)_mm_unpacklo_epi64(round(v.part[0]), round(v.part[1]));
     return !Any<f64x2>(Unordered(v.part[0], v.part[1]));
+}
+
+/// The same in fewer operations, or false if any is lowest or out of range.
+inline bool RoundInRange(const Spread<int, f64x2>& v, Block<int>& result) {
+    result = (Block<int>)_mm_unpacklo_epi64(NearestInts(v.part[0], v.part[0]),
+                                            NearestInts(v.part[1], v.part[1]));
+    return !Any<f32x4>((i32x4)(result == lo<int>));
 }
 
 template <Narrow T>

@@ -26,6 +26,7 @@ inline bool RoundsAlone(double x) {
 
 struct Sum {
     static constexpr bool isShort = true;
+    static constexpr bool rarelySaturates = true;
 
     template <Integer T>
     static T Same(T a, T b) {
@@ -79,6 +80,7 @@ struct Sum {
 
 struct Difference {
     static constexpr bool isShort = true;
+    static constexpr bool rarelySaturates = true;
 
     template <Integer T>
     static T Same(T a, T b) {
