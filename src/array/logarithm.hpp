@@ -16,14 +16,10 @@ using namespace core;
 
 /// The kernel K of |x|.
 template <class K>
-struct OfMagnitude {
+struct OfMagnitude : K {
     template <Value V>
     static auto First(V x, MaskOf<V>& rare) {
         return K::First(Abs(x), rare);
-    }
-    template <class State>
-    static auto Next(const State& state) {
-        return K::Next(state);
     }
     template <Value V>
     static V Second(V x, MaskOf<V>& rare) {
@@ -51,7 +47,7 @@ struct Log1pOrBelow {
         rare |= LessEqual(Broadcast<V>(-1), x);
         const V sum = Abs(ElementOf<V>{1} + x);
         const real::LogReduced<V> reduced = real::LogKernel::First(sum, rare);
-        return real::LogKernel::Next(reduced);
+        return real::LogKernel::Sum(reduced, real::LogKernel::Series(reduced.s));
     }
     template <class T>
     static T Entry(T x) {

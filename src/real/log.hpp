@@ -15,9 +15,10 @@
 #define NX_REAL_LOG_HPP
 
 #include <bit>
+#include <concepts>
 #include <cstdint>
-#include <limits>
 
+#include "core/blocks.hpp"
 #include "core/lanes.hpp"
 
 namespace nx::real {
@@ -194,6 +195,11 @@ struct LogReduced {
 };
 
 struct LogKernel {
+    template <Doubles V>
+    struct State : LogReduced<V> {
+        V series;
+    };
+
     /// All next to powers of two, with two terms and no division.
     struct Near {
         template <Value V>
@@ -242,17 +248,17 @@ struct LogKernel {
                ((C::L6 * w + C::L4) * w + C::L2) * w;
     }
 
+    /// What `Series` gives is `series`.
     template <Doubles V>
-    static V Next(const LogReduced<V>& x) {
+    static V Sum(const LogReduced<V>& x, V series) {
         using C = LogConstants<double>;
-        const V R = Series(x.s);
         // Both forms of step 2 are h - (s * (R - g) + k * ln2Lo) up to signs: near the root h is
         // f^2/2 and g is -h, elsewhere h is 0 and g is f.
         const MaskOf<V> nearRoot =
             Less(x.f, Broadcast<V>(C::rootLow)) | LessEqual(Broadcast<V>(C::rootHigh), x.f);
         const V minusHalfSquare = (x.f * -0.5) * x.f;
-        const V product = x.s * (R - Select(nearRoot, minusHalfSquare, x.f));
         const V minusH = Keep(nearRoot, minusHalfSquare);
+        const V product = x.s * (series - (minusH + Drop(nearRoot, x.f)));
         return x.k * C::ln2Hi + ((minusH + (product + x.k * C::ln2Lo)) + x.f);
     }
 
@@ -267,9 +273,23 @@ struct LogKernel {
     /// In `float` the bounds of the form near the root are crossed, so that none is: putting them
     /// in order would change last places.
     template <Floats V>
-    static V Next(const LogReduced<V>& x) {
+    static V Sum(const LogReduced<V>& x, V series) {
         using C = LogConstants<float>;
-        return x.k * C::ln2Hi - ((x.s * (x.f - Series(x.s)) - x.k * C::ln2Lo) - x.f);
+        return x.k * C::ln2Hi - ((x.s * (x.f - series) - x.k * C::ln2Lo) - x.f);
+    }
+
+    /// The series of `double` is a phase of its own: its chain is as long as all the rest.
+    template <Doubles V>
+    static void Next(State<V>& x, Phase<0>) {
+        x.series = Series(x.s);
+    }
+    template <Doubles V>
+    static V Next(const State<V>& x, Phase<1>) {
+        return Sum<V>(x, x.series);
+    }
+    template <Floats V>
+    static V Next(const LogReduced<V>& x) {
+        return Sum(x, Series(x.s));
     }
 
     /// The sum for a tiny f.
@@ -288,17 +308,11 @@ struct LogKernel {
         return SignedLess((Words(x) + (C::tinyWords - 1)) & C::mantissaWord, C::tinyWords);
     }
 
-    /// Any f; where all are tiny, without the division.
+    /// Any f.
     template <Value V>
     static V Second(V x, MaskOf<V>& rare) {
-        const LogReduced<V> reduced = Reduce(x);
-        const MaskOf<V> tiny = SpreadUpper<V>(IsTiny(x));
-        const V twoTerms = TwoTerms(reduced.f, reduced.k);
         rare |= NotPositiveNormal(x);
-        if (!Any<V>(Not(tiny))) {
-            return twoTerms;
-        }
-        return Select(tiny, twoTerms, Next(reduced));
+        return OfNormal(x, Reduce(x));
     }
 
     template <class T>
@@ -309,7 +323,7 @@ struct LogKernel {
         return OfNormal(x, Reduce(x));
     }
 
-    /// What `Next` gives for one normal x, with the series of s. A branch waits less.
+    /// `Sum` for one normal x. A branch waits less.
     static double Sum(double x, const LogReduced<double>& reduced, double series) {
         using C = LogConstants<double>;
         const auto& [f, s, k] = reduced;
@@ -326,13 +340,22 @@ struct LogKernel {
         return k * C::ln2Hi - ((s * (f - series) - k * C::ln2Lo) - f);
     }
 
-private:
-    /// One positive and normal value.
-    template <class T>
-    static T OfNormal(T x, const LogReduced<T>& reduced) {
-        return IsTiny(x) ? TwoTerms(reduced.f, reduced.k) : Sum(x, reduced, Series(reduced.s));
+    /// The logarithm of a positive and normal x; in lanes where all f are tiny, without the division.
+    template <Value V>
+    static V OfNormal(V x, const LogReduced<V>& reduced) {
+        if constexpr (std::floating_point<V>) {
+            return IsTiny(x) ? TwoTerms(reduced.f, reduced.k) : Sum(x, reduced, Series(reduced.s));
+        } else {
+            const MaskOf<V> tiny = SpreadUpper<V>(IsTiny(x));
+            const V twoTerms = TwoTerms(reduced.f, reduced.k);
+            if (!Any<V>(Not(tiny))) {
+                return twoTerms;
+            }
+            return Select(tiny, twoTerms, Sum(reduced, Series(reduced.s)));
+        }
     }
 
+private:
     /// A subnormal or special value.
     template <class T>
     [[gnu::noinline]] static T OfOther(T x) {
@@ -353,69 +376,124 @@ T KernelLog(T x) {
     return LogKernel::Entry(x);
 }
 
-// Base-10 logarithm: x = 2^y * r with r in [1, 2) for x >= 1 and in [1/2, 1) below, so that y and
-// log(r) have one sign.
+// Logarithms in other bases: x = 2^whole * r, where log(r) takes the f of x and what `whole` leaves
+// of k, which is -1, 0 or 1.
 
 template <Value V>
-struct Log10Split {
-    V r, y;
+struct LogParts : LogReduced<V> {
+    V whole;
 };
 
-template <Value V>
-Log10Split<V> SplitForLog10(V x) {
-    using T = ElementOf<V>;
-    const auto bits = Bits(x);
-    const MaskOf<V> below = Less(x, Broadcast<V>(1));
-    // The smallest normal value is one step of the exponent.
-    const auto step = Bits(Keep(below, Broadcast<V>(std::numeric_limits<T>::min())));
-    return {FromBits<V>(((bits & Layout<T>::mantissaMask) | Pattern(T{1})) - step),
-            Exponent<V>(bits) + Keep(below, Broadcast<V>(1))};
-}
-
-template <Value V>
-V JoinForLog10(V log, V y) {
-    using C = LogConstants<ElementOf<V>>;
-    return (C::ivln10 * log + y * C::log10Of2Lo) + y * C::log10Of2Hi;
-}
-
-struct Log10Kernel {
-    template <Value V>
-    struct Reduced {
-        LogReduced<V> r;
-        V y;
+/// B gives whole for a positive and normal x, the result from log(r) and whole, and the logarithm
+/// of a special argument.
+template <class B>
+struct LogInBaseKernel {
+    template <Doubles V>
+    struct State : LogParts<V> {
+        V series;
     };
 
     /// Rare: not positive and normal, or close to a power of two.
     template <Value V>
-    static Reduced<V> First(V x, MaskOf<V>& rare) {
-        const Log10Split<V> split = SplitForLog10(x);
-        const LogReduced<V> r = LogKernel::Reduce(split.r);
-        rare |= NotPositiveNormal(x) | IsTinyFraction(r.f);
-        return {r, split.y};
+    static LogParts<V> First(V x, MaskOf<V>& rare) {
+        return Split(LogKernel::First(x, rare), B::Whole(x));
     }
 
-    template <Value V>
-    static V Next(const Reduced<V>& x) {
-        return JoinForLog10(LogKernel::Next(x.r), x.y);
+    template <Doubles V>
+    static void Next(State<V>& x, Phase<0>) {
+        x.series = LogKernel::Series(x.s);
+    }
+    template <Doubles V>
+    static V Next(const State<V>& x, Phase<1>) {
+        return B::Join(LogKernel::Sum<V>(x, x.series), x.whole);
+    }
+    template <Floats V>
+    static V Next(const LogParts<V>& x) {
+        return B::Join(LogKernel::Sum<V>(x, LogKernel::Series(x.s)), x.whole);
     }
 
     template <Value V>
     static V Second(V x, MaskOf<V>& rare) {
-        const Log10Split<V> split = SplitForLog10(x);
         rare |= NotPositiveNormal(x);
-        return JoinForLog10(LogKernel::Second(split.r, rare), split.y);
+        return OfNormal(x, 0);
     }
 
     template <class T>
     static T Entry(T x) {
+        if (NotPositiveNormal(x)) [[unlikely]] {
+            return OfOther(x);
+        }
+        return OfNormal(x, 0);
+    }
+
+private:
+    template <Value V>
+    static LogParts<V> Split(const LogReduced<V>& x, V whole) {
+        return {{x.f, x.s, x.k - whole}, whole};
+    }
+
+    /// Positive and normal x, for x * 2^exponent.
+    template <Value V>
+    static V OfNormal(V x, ElementOf<V> exponent) {
+        const LogParts<V> parts = Split(LogKernel::Reduce(x), B::Whole(x));
+        return B::Join(LogKernel::OfNormal<V>(x, parts), parts.whole + exponent);
+    }
+
+    /// A subnormal or special value.
+    template <class T>
+    [[gnu::noinline]] static T OfOther(T x) {
         if (IsSpecial(x)) {
-            return LogOfSpecial(x);
+            return B::OfSpecial(x);
         }
         const Normalized<T> normal = Normalize(x);
-        const Log10Split<T> split = SplitForLog10(normal.x);
-        return JoinForLog10(KernelLog(split.r), split.y + normal.exponent);
+        return OfNormal(normal.x, normal.exponent);
     }
 };
+
+/// r is in [1, 2) for x >= 1 and in [1/2, 1) below, so that both parts have one sign.
+struct BaseTen {
+    template <Value V>
+    static V Whole(V x) {
+        const V one = Broadcast<V>(1);
+        return Exponent<V>(Bits(x)) + Keep(Less(x, one), one);
+    }
+
+    template <Value V>
+    static V Join(V log, V whole) {
+        using C = LogConstants<ElementOf<V>>;
+        return (C::ivln10 * log + whole * C::log10Of2Lo) + whole * C::log10Of2Hi;
+    }
+
+    template <class T>
+    static T OfSpecial(T x) {
+        return LogOfSpecial(x);
+    }
+};
+
+/// r is in [1/2, 1), or x itself in [1, 1.5), where a sum of two parts would cancel. An exact power
+/// of two comes out exact: log(1/2) is -ln 2 to the last bit. A NaN comes back as it is.
+struct BaseTwo {
+    template <Value V>
+    static V Whole(V x) {
+        using L = Layout<ElementOf<V>>;
+        // Without all but the first bit of the mantissa, those of [1, 1.5) are 1.
+        const V leading = FromBits<V>(Bits(x) & ~(L::mantissaMask >> 1));
+        return Drop(Equal(leading, Broadcast<V>(1)), Exponent<V>(Bits(x), L::bias - 1));
+    }
+
+    template <Value V>
+    static V Join(V log, V whole) {
+        return log / LogConstants<ElementOf<V>>::ln2 + whole;
+    }
+
+    template <class T>
+    static T OfSpecial(T x) {
+        return x != x ? x : LogOfSpecial(x);
+    }
+};
+
+using Log10Kernel = LogInBaseKernel<BaseTen>;
+using Log2Kernel = LogInBaseKernel<BaseTwo>;
 
 /// Base-10 logarithm.
 template <class T>
@@ -423,67 +501,7 @@ T KernelLog10(T x) {
     return Log10Kernel::Entry(x);
 }
 
-// Base-2 logarithm: x = 2^e * r with r in [1/2, 1), or e = 0 and r = x in [1, 1.5), where a sum of
-// two terms would cancel. An exact power of two comes out exact: log(1/2) is -ln 2 to the last bit.
-
-template <Value V>
-struct Log2Split {
-    V r, e;
-};
-
-template <Value V>
-Log2Split<V> SplitForLog2(V x) {
-    using T = ElementOf<V>;
-    const auto bits = Bits(x);
-    const V r = FromBits<V>((bits & Layout<T>::mantissaMask) | Pattern(T{0.5}));
-    const V e = Exponent<V>(bits, Layout<T>::bias - 1);
-    const MaskOf<V> whole = LessEqual(Broadcast<V>(1), x) & Less(x, Broadcast<V>(T{1.5}));
-    return {r + Keep(whole, r), Drop(whole, e)};
-}
-
-struct Log2Kernel {
-    template <Value V>
-    struct Reduced {
-        LogReduced<V> r;
-        V e;
-    };
-
-    /// Rare: not positive and normal, or close to a power of two.
-    template <Value V>
-    static Reduced<V> First(V x, MaskOf<V>& rare) {
-        const Log2Split<V> split = SplitForLog2(x);
-        const LogReduced<V> r = LogKernel::Reduce(split.r);
-        rare |= NotPositiveNormal(x) | IsTinyFraction(r.f);
-        return {r, split.e};
-    }
-
-    template <Value V>
-    static V Next(const Reduced<V>& x) {
-        return LogKernel::Next(x.r) / LogConstants<ElementOf<V>>::ln2 + x.e;
-    }
-
-    template <Value V>
-    static V Second(V x, MaskOf<V>& rare) {
-        const Log2Split<V> split = SplitForLog2(x);
-        rare |= NotPositiveNormal(x);
-        return LogKernel::Second(split.r, rare) / LogConstants<ElementOf<V>>::ln2 + split.e;
-    }
-
-    template <class T>
-    static T Entry(T x) {
-        if (x != x) {
-            return x;
-        }
-        if (IsSpecial(x)) {
-            return LogOfSpecial(x);
-        }
-        const Normalized<T> normal = Normalize(x);
-        const Log2Split<T> split = SplitForLog2(normal.x);
-        return KernelLog(split.r) / LogConstants<T>::ln2 + (split.e + normal.exponent);
-    }
-};
-
-/// Base-2 logarithm. A NaN comes back as it is.
+/// Base-2 logarithm.
 template <class T>
 T KernelLog2(T x) {
     return Log2Kernel::Entry(x);
