@@ -121,6 +121,10 @@ struct LogConstants<float> {
     static constexpr float beforeOne = 0x1.fffffep-1f;
 };
 
+/// One step of the exponent in a pattern.
+template <class T>
+inline constexpr auto exponentStep = Layout<T>::mantissaMask + 1;
+
 /// f of step 1, from a pattern that has the carry added. Taking the carry off again, from the
 /// pattern of 1 put under the mantissa, leaves 1 + f, one exponent lower where the sum has carried.
 template <Value V>
@@ -221,20 +225,30 @@ struct LogKernel {
         }
     };
 
+    /// The pattern with the carry added, one exponent higher.
+    template <Value V>
+    static BitsOf<V> Carried(V x) {
+        using T = ElementOf<V>;
+        return Bits(x) + (LogConstants<T>::carry + exponentStep<T>);
+    }
+
     /// Steps 1 and 2 up to s, for a positive and normal x.
     template <Value V>
     static LogReduced<V> Reduce(V x) {
-        using C = LogConstants<ElementOf<V>>;
-        const auto carried = Bits(x) + C::carry;
-        const V f = Fraction<V>(carried, C::carry);
-        return {f, f / (ElementOf<V>{2} + f), Exponent<V>(carried)};
+        using T = ElementOf<V>;
+        const auto carried = Carried(x);
+        const V f = Fraction<V>(carried, LogConstants<T>::carry);
+        return {f, f / (T{2} + f), Exponent<V>(carried, Layout<T>::bias + 1)};
     }
 
-    /// Rare: not positive and normal, or f tiny but not 0.
+    /// Rare: not positive and normal, or next to infinity; f tiny but not 0.
     template <Value V>
     static LogReduced<V> First(V x, MaskOf<V>& rare) {
         const LogReduced<V> reduced = Reduce(x);
-        rare |= NotPositiveNormal(x) | IsTinyFraction(reduced.f);
+        // One exponent higher, infinity and NaN have the sign bit, one lower, subnormals and +0
+        // have, and what is negative has it in one of both. Comparisons would take more.
+        const auto outside = Carried(x) | (Bits(x) - exponentStep<ElementOf<V>>);
+        rare |= (MaskOf<V>)outside | IsTinyFraction(reduced.f);
         return reduced;
     }
 
@@ -384,8 +398,8 @@ struct LogParts : LogReduced<V> {
     V whole;
 };
 
-/// B gives whole for a positive and normal x, the result from log(r) and whole, and the logarithm
-/// of a special argument.
+/// B gives whole for a positive and normal x, joins log(r) and whole to the result, and gives the
+/// logarithm of a special argument.
 template <class B>
 struct LogInBaseKernel {
     template <Doubles V>
