@@ -217,6 +217,25 @@ bool All(i32x4 mask) {
     return LaneBits<V>(mask) == (1u << Lanes<V>::count) - 1;
 }
 
+/// True in lanes beyond the medium range that are finite.
+template <Value V>
+MaskOf<V> IsLarge(V x) {
+    using T = ElementOf<V>;
+    return LessEqual(Broadcast<V>(ReductionConstants<T>::mediumBound), Abs(x)) &
+           Less(Abs(x), Broadcast<V>(infinity<T>));
+}
+
+/// The reduction of lanes that are all beyond the medium range. Rare: a tiny remainder.
+[[gnu::noinline]] inline Reduced<f64x2> ReduceLargeLanes(f64x2 x, i32x4& rare) {
+    using C = ReductionConstants<double>;
+    f64x2 y[2];
+    const f64x2 n = ReduceLarge(Abs(x), y);
+    const u64x2 sign = Bits(x) & signBit<double>;
+    const auto signedAs = [sign](f64x2 v) { return FromBits<f64x2>(Bits(v) ^ sign); };
+    rare |= Less(Abs(y[0]), Broadcast<f64x2>(C::tinyHead));
+    return {signedAs(y[0]), signedAs(y[1]), signedAs(n) + (notZero + C::toInteger)};
+}
+
 /// Puts the remainders of some lanes where they belong, one at a time.
 template <Value V>
 [[gnu::noinline]] void ReduceEach(V x, Reduced<V>& reduced, unsigned lanes) {
@@ -254,6 +273,11 @@ struct FirstStep {
 template <Value V>
 [[gnu::noinline]] Reduced<V> ReduceFurther(V x, FirstStep<V> step, MaskOf<V>& rare) {
     using C = ReductionConstants<ElementOf<V>>;
+    if constexpr (Doubles<V>) {
+        if (All<V>(IsLarge(x))) {
+            return ReduceLargeLanes(x, rare);
+        }
+    }
     const auto& [fn, r, first, certain, done] = step;
     const V w2 = fn * C::pio2_2;
     const V r2 = r - w2;
@@ -301,14 +325,6 @@ template <bool mayEnd = true, Value V>
     }
     return mayEnd && All<V>(done) ? first
                                   : ReduceFurther<V>(x, {fn, r, first, certain, done}, rare);
-}
-
-/// True in lanes beyond the medium range that are finite.
-template <Value V>
-MaskOf<V> IsLarge(V x) {
-    using T = ElementOf<V>;
-    return LessEqual(Broadcast<V>(ReductionConstants<T>::mediumBound), Abs(x)) &
-           Less(Abs(x), Broadcast<V>(infinity<T>));
 }
 
 /// The reduction of vectors with many large lanes, step by step through buffers, so that the chains of

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
 #include "core/lanes.hpp"
 #include "real/basic.hpp"
@@ -14,188 +15,179 @@ namespace nx::real {
 
 using namespace core;
 
-/// Head and tail of pi/2 times the chunks iq[jz] to iq[0], of 24 bits each, the first in units of
-/// 2^q0. A call with a fixed jz has no loops.
-[[gnu::always_inline]] inline void SumLarge(const std::int32_t* iq, int jz, int q0, bool negative,
-                                            double* y) {
-    /// pi/2 in parts of at most 24 bits.
-    constexpr std::array<double, 5> pieces = {
-        Pinned(1.570796251296997, 0x3FF921FB40000000),
-        Pinned(7.549789415861596e-08, 0x3E74442D00000000),
-        Pinned(5.390302529957765e-15, 0x3CF8469880000000),
-        Pinned(3.282003415807913e-22, 0x3B78CC5160000000),
-        Pinned(1.270655753080676e-29, 0x39F01B8380000000),
+/// Chunks of the argument, of 2/pi and of pi/2 are integers of so many bits.
+inline constexpr int chunkBits = 24;
+
+/// A large argument, mantissa * 2^(exponent - 29), and the first window of 2/pi for it.
+struct LargeArgument {
+    explicit LargeArgument(double t)
+        : mantissa{(Pattern(t) & Layout<double>::mantissaMask) | UINT64_C(1) << 52},
+          exponent{static_cast<int>(Pattern(t) >> 52) - 1046}, window{std::max(exponent + 1, 0) /
+                                                                      chunkBits} {}
+
+    std::uint64_t mantissa;
+    int exponent;
+    int window;
+};
+
+/// By how much a large argument times 2/pi misses the nearest integer: low and high are the size in
+/// units of 2^(s - 120), scale is 2^s with the sign. n is the integer modulo 8.
+struct LargeFraction {
+    std::uint64_t low, high;
+    double scale;
+    int n;
+};
+
+/// The fraction by the terms of window k, for s = exponent - 24k; n is right in the first window.
+///
+/// A term of the product is all products of chunks that have one place; the last one is that of the
+/// first chunk of t and chunk k + 4 of 2/pi. Above 2^128 units there are only multiples of 8.
+[[gnu::always_inline]] inline LargeFraction MultiplyWindow(LargeArgument t, int k) {
+    /// The chunks up to k + 2, as far as they count, and the two after them.
+    struct Window {
+        std::uint64_t low, high;
+        std::uint32_t next, last;
     };
-    constexpr int lastPiece = 4;
-    double q[20];
-    double unit = FromBits<double>(static_cast<std::uint64_t>(Layout<double>::bias + q0) << 52);
-    for (int i = jz; i >= 0; --i) {
-        q[i] = iq[i] * unit;
-        unit *= 0x1p-24;
-    }
-    double fq[20]{};
-    for (int i = jz; i >= 0; --i) {
-        double sum = 0;
-        for (int k = 0; k <= std::min(lastPiece, jz - i); ++k) {
-            sum += pieces[static_cast<std::size_t>(k)] * q[i + k];
+    /// No `double` asks for more: none leaves a fraction below 2^-62.
+    static constexpr auto windows = [] {
+        /// Three chunks hold the mantissa and so many bits more.
+        constexpr int padding = 3 * chunkBits - 53;
+        std::array<Window, 45> all{};
+        u128 chunks = 0;
+        for (std::size_t i = 0; i < all.size() + 2; ++i) {
+            chunks = chunks << chunkBits | static_cast<unsigned>(TwoOverPiDouble[i]);
+            if (i >= 2) {
+                all[i - 2] = {static_cast<std::uint64_t>(chunks << padding),
+                              static_cast<std::uint64_t>(chunks << padding >> 64),
+                              static_cast<std::uint32_t>(TwoOverPiDouble[i + 1]),
+                              static_cast<std::uint32_t>(TwoOverPiDouble[i + 2])};
+            }
         }
-        fq[jz - i] = sum;
+        return all;
+    }();
+
+    const Window& window = windows[static_cast<std::size_t>(k)];
+    const int s = t.exponent - chunkBits * k;
+    const u128 product = static_cast<u128>(t.mantissa) * window.low +
+                         static_cast<u128>(t.mantissa >> 5) * window.next +
+                         (t.mantissa >> 29) * window.last;
+    const std::uint64_t high = static_cast<std::uint64_t>(product >> 64) + t.mantissa * window.high;
+    // The highest bits, those of the integer, become the lowest ones, and go.
+    const int shift = std::max(s + 8, 0);
+    const std::uint64_t turned = std::rotl(high, shift);
+    const auto fraction = static_cast<std::int64_t>(turned) >> shift;
+    const std::int64_t sign = fraction >> 63;
+    const auto flip = static_cast<u128>(sign);
+    const u128 size = ((static_cast<u128>(static_cast<std::uint64_t>(fraction)) << 64 |
+                        static_cast<std::uint64_t>(product)) ^
+                       flip) -
+                      flip;
+    const auto biased = static_cast<std::uint64_t>(Layout<double>::bias + s);
+    const auto negative = static_cast<std::uint64_t>(sign);
+    return {static_cast<std::uint64_t>(size), static_cast<std::uint64_t>(size >> 64),
+            FromBits<double>(biased << 52 | negative << 63),
+            static_cast<int>((turned - negative) & 7)};
+}
+
+/// Whether the next window is to be taken: as long as the bits from 2^(s - 24) up are zero.
+///
+/// They are 24 - s bits of the fraction, which is less than a half, and so always zero from s = 23
+/// on; the first window has at most 22. No `double` comes so close to a bound of these bits that
+/// later terms move it over: a search through all exponents by continued fractions has shown that.
+inline bool NeedsNextWindow(const LargeFraction& fraction) {
+    return fraction.high >> 32 == 0;
+}
+
+/// The product of the lower halves.
+inline std::uint64_t MultiplyLower(std::uint64_t a, std::uint32_t b) {
+    return static_cast<std::uint32_t>(a) * std::uint64_t{b};
+}
+inline u64x2 MultiplyLower(u64x2 a, std::uint32_t b) {
+    return (u64x2)_mm_mul_epu32((__m128i)a, _mm_set1_epi64x(b));
+}
+
+/// Head and tail of a fraction times pi/2. Products of chunks and sums of those are exact, and so
+/// they are made of integers. A first chunk that is zero changes nothing.
+template <Doubles V>
+[[gnu::always_inline]] inline void SumLarge(BitsOf<V> low, BitsOf<V> high, V scale, V& head,
+                                            V& tail) {
+    /// pi/2 in parts of at most 24 bits; entry k counts steps of 2^(-23 - 24k).
+    static constexpr auto weights = [] {
+        constexpr std::array<double, 5> pieces = {
+            Pinned(1.570796251296997, 0x3FF921FB40000000),
+            Pinned(7.549789415861596e-08, 0x3E74442D00000000),
+            Pinned(5.390302529957765e-15, 0x3CF8469880000000),
+            Pinned(3.282003415807913e-22, 0x3B78CC5160000000),
+            Pinned(1.270655753080676e-29, 0x39F01B8380000000),
+        };
+        std::array<std::uint32_t, 5> all{};
+        double unit = 0x1p-23;
+        for (std::size_t k = 0; k < pieces.size(); ++k) {
+            all[k] = static_cast<std::uint32_t>(pieces[k] / unit);
+            if (all[k] * unit != pieces[k]) {
+                throw "a part of pi/2 is no multiple of its unit";
+            }
+            unit *= 0x1p-24;
+        }
+        return all;
+    }();
+    constexpr int count = 6;
+    constexpr std::uint64_t mask = 0xFFFFFF;
+    const BitsOf<V> chunk[count] = {high >> 56,       high >> 32 & mask,
+                                    high >> 8 & mask, (high << 16 | low >> 48) & mask,
+                                    low >> 24 & mask, low & mask};
+    V term[count];
+    double one = 0x1p29; // of which 2^-52 is the unit of the weights
+    for (int i = 0; i < count; ++i) {
+        BitsOf<V> steps = MultiplyLower(chunk[i], weights[0]);
+        for (int k = 1; k <= std::min(i, 4); ++k) {
+            steps += MultiplyLower(chunk[i - k], weights[static_cast<std::size_t>(k)]);
+        }
+        term[i] = FromBits<V>(steps | Pattern(one)) - one;
+        one *= 0x1p-24;
     }
-    double head = fq[jz];
-    for (int i = jz - 1; i >= 0; --i) {
-        head += fq[i];
+    V sum = term[count - 1];
+    for (int i = count - 2; i >= 0; --i) {
+        sum += term[i];
     }
-    double tail = fq[0] - head;
-    for (int i = 1; i <= jz; ++i) {
-        tail += fq[i];
+    V lost = term[0] - sum;
+    for (int i = 1; i < count; ++i) {
+        lost += term[i];
     }
-    y[0] = negative ? -head : head;
-    y[1] = negative ? -tail : tail;
+    head = sum * scale;
+    tail = lost * scale;
 }
 
 /// The reduction of a positive `double` beyond the medium range. Returns n modulo 8.
-///
-/// Chunks of the argument, of 2/pi and of their product are integers of 24 bits, and all sums of
-/// their products are below 2^51. Only the sums of products with pi/2 round.
 [[gnu::noinline]] inline int ReduceLarge(double t, double* y) {
-    constexpr int bits = 24;
-    constexpr std::int32_t mask = 0xFFFFFF;
-    /// The product has terms 0 to 4 at first.
-    constexpr int lastTerm = 4;
-
-    // t = (tx[0] + tx[1] / radix + tx[2] / radix^2) * 2^e0.
-    const int e0 = (UpperWord(t) >> 20) - 1046;
-    const std::uint64_t mantissa = (Pattern(t) & Layout<double>::mantissaMask) | UINT64_C(1) << 52;
-    const std::int64_t tx[] = {static_cast<std::int64_t>(mantissa >> 29),
-                               static_cast<std::int64_t>(mantissa >> 5 & mask),
-                               static_cast<std::int64_t>(mantissa << 19 & mask)};
-    const int jv = std::max(e0 - 3, 0) / bits;
-    int q0 = e0 - bits * (jv + 1);
-
-    std::int64_t product[20];
-    const auto extendProduct = [&](int from, int to) {
-        for (int i = from; i <= to; ++i) {
-            std::int64_t sum = 0;
-            for (int j = 0; j <= std::min(2, jv + i); ++j) {
-                sum += tx[j] * TwoOverPiDouble[static_cast<std::size_t>(jv + i - j)];
-            }
-            product[i] = sum;
+    const LargeArgument argument{t};
+    int k = argument.window;
+    LargeFraction fraction = MultiplyWindow(argument, k);
+    const int n = fraction.n;
+    while (NeedsNextWindow(fraction))
+        [[unlikely]] {
+            fraction = MultiplyWindow(argument, ++k);
         }
-    };
-    extendProduct(0, lastTerm);
-
-    std::int32_t iq[20];
-    int jz = lastTerm, n, half;
-    if (q0 < 0) {
-        // Mostly the first terms do: all of them in one number of 96 bits behind the fraction.
-        u128 total = 0;
-        for (int i = 0; i <= lastTerm; ++i) {
-            total = (total << bits) + static_cast<u128>(product[i]);
-        }
-        const int point = bits * lastTerm - q0;
-        const u128 fractionMask = (u128{1} << point) - 1;
-        half = static_cast<int>(total >> (point - 1)) & 1;
-        n = static_cast<int>(total >> point & 7) + half;
-        // At least one half: the remainder is what is missing.
-        const u128 flip = u128{0} - static_cast<u128>(half);
-        total = ((total ^ flip) - flip) & fractionMask;
-        for (int i = 0; i < lastTerm; ++i) {
-            iq[i] = static_cast<std::int32_t>(total >> (bits * i)) & mask;
-        }
-        const auto fraction = static_cast<std::int32_t>(total >> (bits * lastTerm));
-        if (fraction != 0 && fraction <= mask) {
-            iq[lastTerm] = fraction;
-            SumLarge(iq, lastTerm, q0, half != 0, y);
-            return n & 7;
-        }
-    }
-    // What is above the chunks is n and, if q0 is negative, so many bits of the fraction.
-    const int fractionBits = std::max(-q0, 0);
-    std::int64_t fraction;
-    for (;;) {
-        // The product in chunks, least significant first.
-        std::int64_t above = product[jz];
-        for (int i = jz; i > 0; --i) {
-            iq[jz - i] = static_cast<std::int32_t>(above & mask);
-            above = product[i - 1] + (above >> bits);
-        }
-        fraction = above & ((INT64_C(1) << fractionBits) - 1);
-        n = static_cast<int>((q0 > 0 ? above << q0 : above >> fractionBits) & 7);
-
-        half = 0;
-        if (q0 > 0) {
-            const std::int32_t top = iq[jz - 1] >> (bits - q0);
-            n += top;
-            iq[jz - 1] -= top << (bits - q0);
-            half = iq[jz - 1] >> (bits - 1 - q0);
-        } else if (q0 == 0) {
-            half = iq[jz - 1] >> (bits - 1);
-        } else {
-            half = static_cast<int>(fraction >> (fractionBits - 1));
-        }
-
-        if (half > 0) {
-            // At least one half: n counts up, and the remainder is what is missing.
-            ++n;
-            bool carry = false;
-            for (int i = 0; i < jz; ++i) {
-                const std::int32_t chunk = iq[i];
-                if (carry) {
-                    iq[i] = mask - chunk;
-                } else if (chunk != 0) {
-                    carry = true;
-                    iq[i] = mask + 1 - chunk;
-                }
-            }
-            if (q0 > 0) {
-                iq[jz - 1] &= mask >> q0;
-            } else if (q0 < 0) {
-                fraction = (INT64_C(1) << fractionBits) - fraction - (carry ? 1 : 0);
-            }
-        }
-
-        const auto isZero = [](std::int32_t chunk) { return chunk == 0; };
-        if (fraction != 0 || !std::all_of(iq + lastTerm, iq + jz, isZero)) {
-            break;
-        }
-        // All that there was has cancelled: as many terms more as chunks are zero.
-        int more = 1;
-        while (iq[lastTerm - more] == 0) {
-            ++more;
-        }
-        extendProduct(jz + 1, jz + more);
-        jz += more;
-    }
-
-    if (fraction == 0) {
-        do {
-            --jz;
-            q0 -= bits;
-        } while (iq[jz] == 0);
-    } else {
-        if (fraction > mask) {
-            iq[jz] = static_cast<std::int32_t>(fraction & mask);
-            ++jz;
-            q0 += bits;
-            fraction >>= bits;
-        }
-        iq[jz] = static_cast<std::int32_t>(fraction);
-    }
-
-    SumLarge(iq, jz, q0, half != 0, y);
-    return n & 7;
+    SumLarge(fraction.low, fraction.high, fraction.scale, y[0], y[1]);
+    return n;
 }
 
 /// The same on lanes; n as a number.
-inline f64x2 ReduceLarge(f64x2 t, f64x2* y) {
-    f64x2 n{};
+[[gnu::always_inline]] inline f64x2 ReduceLarge(f64x2 t, f64x2* y) {
+    const LargeArgument first{t[0]}, second{t[1]};
+    const LargeFraction a = MultiplyWindow(first, first.window);
+    const LargeFraction b = MultiplyWindow(second, second.window);
+    SumLarge(u64x2{a.low, b.low}, u64x2{a.high, b.high}, f64x2{a.scale, b.scale}, y[0], y[1]);
+    const bool needsNext[2] = {NeedsNextWindow(a), NeedsNextWindow(b)};
     for (int i = 0; i < 2; ++i) {
-        double pair[2];
-        n[i] = ReduceLarge(t[i], pair);
-        y[0][i] = pair[0];
-        y[1][i] = pair[1];
+        if (needsNext[i]) [[unlikely]] {
+            double pair[2];
+            ReduceLarge(t[i], pair);
+            y[0][i] = pair[0];
+            y[1][i] = pair[1];
+        }
     }
-    return n;
+    return f64x2{static_cast<double>(a.n), static_cast<double>(b.n)};
 }
 
 } // namespace nx::real

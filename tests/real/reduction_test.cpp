@@ -150,6 +150,32 @@ TEST(ReductionOfDouble, HoldsForTheHardestArgument) {
     EXPECT_EQ(0x1.6ac5b262ca1ffp+849, std::ldexp(6381956970095103.0, 797));
 }
 
+TEST(ReductionOfDouble, TakesMoreTermsWhereChunksAreZero) {
+    // So close to multiples of pi/2 that one to three chunks of the fraction are zero. Doubled, they
+    // come to the exponents whose first chunk always is.
+    for (const double hard :
+         {0x1.bc4326df738p+20, 0x1.2ed045771ed8dp+21, 0x1.01acfd60f6p+43, 0x1.70ff1174a23c5p+46,
+          0x1.065c829d6873p+46, 0x1.10f8752p+47, 0x1.3204bcb577484p+69, 0x1.ae04fdb542be8p+113,
+          0x1.6ac5b262ca1ffp+849}) {
+        for (int e = 0; e < 24; ++e) {
+            const double x = std::ldexp(hard, e);
+            for (const core::f64x2 pair : {core::f64x2{x, 3e9}, core::f64x2{1e22, x}}) {
+                core::f64x2 y[2];
+                const core::f64x2 n = real::ReduceLarge(pair, y);
+                for (int i = 0; i < 2; ++i) {
+                    double got[2], want[2];
+                    ASSERT_EQ(n[i], reference::ReducePio2(pair[i], want)) << Show(x);
+                    ASSERT_EQ(n[i], real::ReducePio2(double{pair[i]}, got)) << Show(x);
+                    for (int k = 0; k < 2; ++k) {
+                        ASSERT_TRUE(SameBits(double{y[k][i]}, want[k])) << Show(x);
+                        ASSERT_TRUE(SameBits(got[k], want[k])) << Show(x);
+                    }
+                }
+            }
+        }
+    }
+}
+
 TEST(ReductionOfDouble, SpecialArguments) {
     const double nan = FromBits<double>(0xFFF8000000000000);
     const struct {
