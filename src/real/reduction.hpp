@@ -269,7 +269,7 @@ struct FirstStep {
 };
 
 /// Lanes that the first step alone does not serve: a second one, and the scalar function where that
-/// does not do.
+/// does not do. Lanes of `double` that are all large have a reduction of their own.
 template <Value V>
 [[gnu::noinline]] Reduced<V> ReduceFurther(V x, FirstStep<V> step, MaskOf<V>& rare) {
     using C = ReductionConstants<ElementOf<V>>;

@@ -1,5 +1,5 @@
-// The reduction of large `double` arguments: the argument times as many bits of 2/pi as its exponent
-// asks for, less the multiples of 8; the fraction of that, times pi/2, is the remainder.
+// The reduction of large `double` arguments: the argument times as many bits of 2/pi as its
+// exponent asks for, less the multiples of 8; the fraction of that, times pi/2, is the remainder.
 #ifndef NX_REAL_REDUCTION_DOUBLE_HPP
 #define NX_REAL_REDUCTION_DOUBLE_HPP
 
@@ -22,12 +22,11 @@ inline constexpr int chunkBits = 24;
 struct LargeArgument {
     explicit LargeArgument(double t)
         : mantissa{(Pattern(t) & Layout<double>::mantissaMask) | UINT64_C(1) << 52},
-          exponent{static_cast<int>(Pattern(t) >> 52) - 1046}, window{std::max(exponent + 1, 0) /
-                                                                      chunkBits} {}
+          exponent{static_cast<int>(Pattern(t) >> 52) - 1046} {}
 
     std::uint64_t mantissa;
     int exponent;
-    int window;
+    int window = std::max(exponent + 1, 0) / chunkBits;
 };
 
 /// By how much a large argument times 2/pi misses the nearest integer: low and high are the size in

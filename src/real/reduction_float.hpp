@@ -218,7 +218,10 @@ inline LargeDigits MultiplyLarge(f32x4 t, i32x4& unserved) {
         std::array<u32x4, 15> all{};
         for (int jv = 0; jv < 15; ++jv) {
             const auto byte = [jv](int k) -> std::uint32_t {
-                return jv + k < 0 ? 0 : TwoOverPiSingle[static_cast<std::size_t>(jv + k)];
+                const int place = jv + k;
+                return place < 0 ? 0u
+                                 : static_cast<std::uint32_t>(
+                                       TwoOverPiSingle[static_cast<std::size_t>(place)]);
             };
             u128 bits = 0;
             for (int k = -2; k < 8; ++k) {

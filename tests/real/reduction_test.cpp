@@ -1,5 +1,6 @@
 #include "real/reduction.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -194,6 +195,54 @@ TEST(ReductionOfDouble, SpecialArguments) {
         EXPECT_EQ(real::ReducePio2(row.x, y), row.n) << Show(row.x);
         EXPECT_TRUE(SameBits(y[0], row.head)) << Show(row.x);
         EXPECT_TRUE(SameBits(y[1], row.tail)) << Show(row.x);
+    }
+}
+
+/// Blocks of all kinds of arguments beside large ones.
+TEST(ReductionOfFloat, OfABlockHasTheBitsOfOneElement) {
+    using real::ReductionConstants;
+    constexpr unsigned long mostVectors = 32;
+    Random random(4);
+    const std::vector<float> specials = SpecialValues<float>();
+    const auto any = [&]() -> float {
+        switch (random.Below(5)) {
+        case 0:
+            return random.AnyPattern<float>();
+        case 1:
+            return specials[random.Below(specials.size())];
+        case 2:
+            return random.Between<float>(40, 210);
+        default: {
+            // The remainder is small where the pattern is next to that of a multiple.
+            const int n = 128 + static_cast<int>(random.Below(std::size_t{1} << random.Below(24)));
+            const float multiple = reference::NearestMultiple<float>(n);
+            const float x = std::ldexp(multiple, static_cast<int>(random.Below(100)));
+            return random.Below(2) == 0 ? x : -x;
+        }
+        }
+    };
+    for (int block = 0; block < 4000; ++block) {
+        const unsigned long vectors = 1 + random.Below(mostVectors);
+        float x[4 * mostVectors];
+        std::generate_n(x, 4 * vectors, any);
+        x[random.Below(4)] = 1e6f;
+        real::Reduced<core::f32x4> reduced[mostVectors];
+        core::i32x4 rare{};
+        ASSERT_TRUE(real::ReduceBlock(reduced, x, vectors, rare));
+        for (unsigned long i = 0; i < 4 * vectors; ++i) {
+            const float head = reduced[i / 4].head[i % 4], tail = reduced[i / 4].tail[i % 4];
+            const float quadrant = reduced[i / 4].quadrant[i % 4];
+            if (real::IsReduced(x[i])) {
+                ASSERT_TRUE(SameBits(head, x[i])) << Show(x[i]);
+                ASSERT_EQ(quadrant, ReductionConstants<float>::toInteger);
+                continue;
+            }
+            float want[2];
+            const int n = real::ReducePio2(x[i], want);
+            ASSERT_TRUE(SameBits(head, want[0]) && SameBits(tail, want[1])) << Show(x[i]);
+            ASSERT_EQ(BitsOf(quadrant) & 3, static_cast<unsigned>(n) & 3) << Show(x[i]);
+            ASSERT_NE(quadrant, ReductionConstants<float>::toInteger) << Show(x[i]);
+        }
     }
 }
 
