@@ -14,7 +14,7 @@ namespace nx::array {
 
 using namespace core;
 
-/// The kernel K of |x|.
+/// The kernel K of |x|. `Near`, if K has it, sees x itself, and leaves what is negative.
 template <class K>
 struct OfMagnitude : K {
     template <Value V>

@@ -218,12 +218,6 @@ ReducedAngle<T> ReduceAngle(T x) {
     return angle;
 }
 
-/// A value with its sign flipped where that of a is set.
-template <Value V>
-V FlipSignBy(V value, V a) {
-    return FromBits<V>(Bits(value) ^ (Bits(a) & signBit<ElementOf<V>>));
-}
-
 template <class T>
 T SineOfAngle(const ReducedAngle<T>& angle) {
     if (angle.isExact) {

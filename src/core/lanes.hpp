@@ -360,6 +360,12 @@ V WithSignOf(V magnitude, V a) {
     return FromBits<V>(Bits(magnitude) | (Bits(a) & signBit<ElementOf<V>>));
 }
 
+/// A value with its sign flipped where that of a is set.
+template <Value V>
+V FlipSignBy(V value, V a) {
+    return FromBits<V>(Bits(value) ^ (Bits(a) & signBit<ElementOf<V>>));
+}
+
 /// b where b < a, otherwise a: one instruction. A NaN on either side gives a.
 template <std::floating_point T>
 T Lesser(T a, T b) {

@@ -1,8 +1,8 @@
 // Remainders: `Rem` with the sign of the dividend, `Mod` with the sign of the divisor.
 //
 // Lanes of integers take an integer t next to the quotient from floating point, and a - b * t in
-// integers that wrap, but for the quotients of `short`. For a zero b that is `a` whatever t is, and
-// 0 for b = -1, where the quotient may be too large.
+// integers that wrap; t saturates for `short`. For a zero b that is `a` whatever t is, and 0 for
+// b = -1, where the quotient may be too large.
 //
 // With a `double`, the rest by the nearest integer to the quotient is exact, and where it has the
 // wrong sign one more divisor is added. The rules are those of real/remainder.hpp, but only what
@@ -85,11 +85,6 @@ requires(sizeof(T) < 4)
     }
 }
 
-/// v with its sign changed where that of a is set.
-inline f64x2 FlipSignBy(f64x2 v, f64x2 a) {
-    return FromBits<f64x2>(Bits(v) ^ (Bits(a) & signBit<double>));
-}
-
 /// The nearest integers to numbers below 2^51. Of halves either neighbour will do.
 inline f64x2 Nearest(f64x2 v) {
     return (v + 0x1.8p52) - 0x1.8p52;
@@ -108,8 +103,9 @@ struct Division {
 };
 
 /// An integer by a limited divisor. The rest is exact: in parts of at most 20 and 33 bits, or of
-/// 20, 20 and 13, the divisor has exact products with the nearest integer, which has at most 18 or
-/// 33 bits.
+/// 20, 20 and 13, the divisor has exact products with the nearest integer, which has at most 17 or
+/// 33 bits, and what is left after each of them is a multiple of the divisor's last bit and hardly
+/// larger than the divisor.
 template <Narrow T>
 Division Divide(f64x2 n, f64x2 divisor) {
     const auto upper = [](f64x2 v) {
@@ -128,7 +124,7 @@ Division Divide(f64x2 n, f64x2 divisor) {
     return {quotient, nearest, rest - nearest * left};
 }
 
-/// The rest of two that are not negative, with the sign of both.
+/// The rest of two that are not negative. It is not negative either, but for one that rounds to 0.
 template <Narrow T>
 f64x2 PositiveRest(f64x2 n, f64x2 divisor) {
     const auto [quotient, nearest, rest] = Divide<T>(n, divisor);
@@ -142,7 +138,8 @@ template <class Rule, class Far>
 struct Remainder : CollapsesIntegers {
     static constexpr bool isShort = false;
 
-    /// Below it, products with the nearest integer to the quotient are exact, being integers.
+    /// Below it, quotients are below 2^51, and products with the nearest integer to them, which are
+    /// multiples of a half, are exact.
     static constexpr double farthest = 0x1p50;
 
     template <Form form>

@@ -133,7 +133,7 @@ V Fraction(BitsOf<V> carried, BitsOf<ElementOf<V>> carry) {
     return FromBits<V>((carried & Layout<T>::mantissaMask) + (Pattern(T{1}) - carry)) - T{1};
 }
 
-/// The exponent of a positive pattern, less `bias`.
+/// The exponent in a pattern whose sign bit belongs to it, less `bias`.
 template <Value V>
 V Exponent(BitsOf<V> bits, std::int32_t bias = Layout<ElementOf<V>>::bias) {
     return ValueOf<V>(bits >> Layout<ElementOf<V>>::mantissaBits, bias);
@@ -145,7 +145,7 @@ V MinusExponent(BitsOf<V> bits) {
 }
 
 /// True in all lanes but those of positive and normal values: adding the smallest normal word takes
-/// infinity and NaN to the negative words.
+/// positive infinity and NaN to the negative words, negative ones to below twice that word.
 template <Value V>
 MaskOf<V> NotPositiveNormal(V x) {
     constexpr auto smallest = static_cast<std::uint32_t>(LogConstants<ElementOf<V>>::minNormalWord);
@@ -154,7 +154,7 @@ MaskOf<V> NotPositiveNormal(V x) {
 
 /// True where |f| is below the value of `tinyWord` but not 0, for |f| < 1: what the kernels'
 /// two-term form of a tiny f takes, and a little more. Doubling drops the sign, the sum lifts 0
-/// above all.
+/// above all. Of an f with so few bits the upper word is 0 only where f is.
 template <Value V>
 MaskOf<V> IsTinyFraction(V f) {
     constexpr std::uint32_t top = 0x7FFFFFFF;
@@ -213,7 +213,8 @@ struct LogKernel {
 
         template <Value V>
         static Argument<V> First(V x, MaskOf<V>& rare) {
-            rare |= NotPositiveNormal(x) | Not(IsTiny(x));
+            // Kept in a register: g++ 12 makes a choice of what `rare` meets otherwise.
+            rare |= InRegister(NotPositiveNormal(x) | Not(IsTiny(x)));
             return {x};
         }
 
@@ -241,12 +242,12 @@ struct LogKernel {
         return {f, f / (T{2} + f), Exponent<V>(carried, Layout<T>::bias + 1)};
     }
 
-    /// Rare: not positive and normal, or next to infinity; f tiny but not 0.
+    /// Rare: not positive and normal, or so large that the carry makes it infinite; f tiny, not 0.
     template <Value V>
     static LogReduced<V> First(V x, MaskOf<V>& rare) {
         const LogReduced<V> reduced = Reduce(x);
         // One exponent higher, infinity and NaN have the sign bit, one lower, subnormals and +0
-        // have, and what is negative has it in one of both. Comparisons would take more.
+        // have, and what is negative has it in one of both at least. Comparisons would take more.
         const auto outside = Carried(x) | (Bits(x) - exponentStep<ElementOf<V>>);
         rare |= (MaskOf<V>)outside | IsTinyFraction(reduced.f);
         return reduced;
@@ -407,7 +408,7 @@ struct LogInBaseKernel {
         V series;
     };
 
-    /// Rare: not positive and normal, or close to a power of two.
+    /// Rare: what is so for the natural logarithm.
     template <Value V>
     static LogParts<V> First(V x, MaskOf<V>& rare) {
         return Split(LogKernel::First(x, rare), B::Whole(x));

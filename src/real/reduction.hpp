@@ -230,10 +230,8 @@ MaskOf<V> IsLarge(V x) {
     using C = ReductionConstants<double>;
     f64x2 y[2];
     const f64x2 n = ReduceLarge(Abs(x), y);
-    const u64x2 sign = Bits(x) & signBit<double>;
-    const auto signedAs = [sign](f64x2 v) { return FromBits<f64x2>(Bits(v) ^ sign); };
     rare |= Less(Abs(y[0]), Broadcast<f64x2>(C::tinyHead));
-    return {signedAs(y[0]), signedAs(y[1]), signedAs(n) + (notZero + C::toInteger)};
+    return {FlipSignBy(y[0], x), FlipSignBy(y[1], x), FlipSignBy(n, x) + (notZero + C::toInteger)};
 }
 
 /// Puts the remainders of some lanes where they belong, one at a time.
@@ -327,8 +325,8 @@ template <bool mayEnd = true, Value V>
                                   : ReduceFurther<V>(x, {fn, r, first, certain, done}, rare);
 }
 
-/// The reduction of vectors with many large lanes, step by step through buffers, so that the chains of
-/// several vectors are in flight. Rare: a tiny remainder.
+/// The reduction of vectors with many large lanes, step by step through buffers, so that the chains
+/// of several vectors are in flight. Rare: a tiny remainder.
 [[gnu::noinline]] inline void ReduceManyLarge(Reduced<f32x4>* reduced, const float* x,
                                               unsigned long vectors, i32x4& rare) {
     using V = f32x4;
@@ -369,11 +367,11 @@ template <bool mayEnd = true, Value V>
             MultiplyByPio2(digits[j], terms[j]);
         }
         for (unsigned long j = 0; j < count; ++j) {
-            const auto sign = Bits(Load<V>(x + j * 4)) & signBit<float>;
+            const V v = Load<V>(x + j * 4);
             const i32x4 large = isLarge[j];
             V head, tail;
-            SumTerms(terms[j], FromBits<V>(Bits(digits[j].scale) ^ sign), head, tail);
-            const V n = FromBits<V>(Bits(digits[j].n) ^ sign);
+            SumTerms(terms[j], FlipSignBy(digits[j].scale, v), head, tail);
+            const V n = FlipSignBy(digits[j].n, v);
             reduced[j] = {Select(large, head, reduced[j].head),
                           Select(large, tail, reduced[j].tail),
                           Select(large, n + (notZero + C::toInteger), reduced[j].quadrant)};
@@ -385,15 +383,19 @@ template <bool mayEnd = true, Value V>
     }
 }
 
-/// `ReduceLanes` for a block, if its first or last vector has large lanes of `float`. Otherwise
-/// returns false.
+/// `ReduceLanes` for a block, if three lanes of its first and last vectors are large, in `float`.
+/// Otherwise returns false: fewer large arguments are faster one at a time.
 template <class T>
 bool ReduceBlock(Reduced<Vector<T>>* reduced, const T* x, unsigned long vectors,
                  MaskOf<Vector<T>>& rare) {
     if constexpr (Floats<T>) {
-        const i32x4 large =
-            IsLarge(Load<Vector<T>>(x)) | IsLarge(Load<Vector<T>>(x + (vectors - 1) * 4));
-        if (Any<f32x4>(large)) {
+        const auto largeLanes = [x](unsigned long j) {
+            return LaneBits<f32x4>(IsLarge(Load<f32x4>(x + j * 4)));
+        };
+        unsigned large = largeLanes(0) | largeLanes(vectors - 1) << 4;
+        large &= large - 1;
+        large &= large - 1;
+        if (large != 0) {
             ReduceManyLarge(reduced, x, vectors, rare);
             return true;
         }

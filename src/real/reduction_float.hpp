@@ -206,10 +206,10 @@ struct LargeDigits {
 
 /// The product on lanes; n as a number. Unserved: a rest that takes more than one term more.
 ///
-/// Terms 0 to 9 of a product give 80 bits below term -1: 28 bits of `upper`, which has n as well, and
-/// the 52 of `lower`. If the first byte of the rest is zero, the rest begins with the next one, and
-/// term 10 is added. That never changes the first byte, and `lower` is never zero: all arguments have
-/// been tried.
+/// Terms 0 to 9 of a product give 80 bits below term -1: 28 bits of `upper`, which has n as well,
+/// and the 52 of `lower`. If the first byte of the rest is zero, the rest begins with the next one,
+/// and term 10 is added. That never changes the first byte, and `lower` is never zero: all arguments
+/// have been tried.
 inline LargeDigits MultiplyLarge(f32x4 t, i32x4& unserved) {
     constexpr int upperBits = 28, lowerBits = 52;
     /// Entry jv, of the bytes of 2/pi from place jv - 2 on: 28 bits, 32 bits, 20 bits, and the bytes

@@ -225,7 +225,7 @@ TEST(ReductionOfFloat, OfABlockHasTheBitsOfOneElement) {
         const unsigned long vectors = 1 + random.Below(mostVectors);
         float x[4 * mostVectors];
         std::generate_n(x, 4 * vectors, any);
-        x[random.Below(4)] = 1e6f;
+        std::fill_n(x, 3, 1e6f);
         real::Reduced<core::f32x4> reduced[mostVectors];
         core::i32x4 rare{};
         ASSERT_TRUE(real::ReduceBlock(reduced, x, vectors, rare));
