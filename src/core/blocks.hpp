@@ -15,7 +15,7 @@
 //                                    K::Next(state, number of the phase) changes it
 //   Near                             a kernel of a narrow range, without Entry, for blocks inside
 //   FirstOfBlock(states, const T* x..., vectors, MaskOf<V>& rare)   First for all of a block in
-//                                    another way, or false
+//                                    another way, with the same lanes rare; or false, and nothing
 //   Second(V x..., MaskOf<V>& rare)  a second range, in one step, for lanes that First marks; sets
 //                                    `rare` likewise, and may take what the phases gave after x
 //   WholeBlock(T* out, count, const T* x...)   all of a block in another way, or false; of a

@@ -1,5 +1,5 @@
 // What takes no more than a comparison or a conversion: rounding, sign, root, selection and
-// classification of single values, and the split into fraction and exponent.
+// classification of single values, the split into fraction and exponent, and its reverse.
 #ifndef NX_REAL_BASIC_HPP
 #define NX_REAL_BASIC_HPP
 
@@ -120,6 +120,36 @@ inline float SplitExponent(float x, int* exponent) {
     const std::uint32_t bits = Pattern(subnormal ? x * 0x1p25f : x);
     *exponent = static_cast<int>(bits >> 23 & 0xFF) - (subnormal ? 151 : 126);
     return FromBits<float>((bits & 0x807FFFFF) | 0x3F000000);
+}
+
+/// x * 2^k.
+inline float ScalbnSingle(float x, int k) {
+    constexpr std::uint32_t mantissaAndSign = 0x807FFFFF;
+    int e = static_cast<int>((Pattern(x) >> 23) & 0xFF);
+    if (e == 0) {
+        if (x == 0) {
+            return x;
+        }
+        x *= 0x1p25f;
+        if (k < -50000) {
+            return 0.0f * x;
+        }
+        e = static_cast<int>((Pattern(x) >> 23) & 0xFF) - 25;
+    }
+    if (e == 255) {
+        return x;
+    }
+    if (k > 254 - e) {
+        return std::copysign(infinity<float>, x);
+    }
+    if (k <= -25 - e) {
+        return 0.0f * x;
+    }
+    const int m = e + k;
+    const bool normal = m > 0;
+    const std::uint32_t exponent = static_cast<std::uint32_t>(normal ? m : m + 25) << 23;
+    const float scaled = FromBits<float>((Pattern(x) & mantissaAndSign) | exponent);
+    return normal ? scaled : scaled * 0x1p-25f;
 }
 
 } // namespace nx::real

@@ -105,36 +105,6 @@ struct ReductionConstants<float> {
     static constexpr std::uint32_t exponentMask = UINT32_C(0x7F800000);
 };
 
-/// x * 2^k.
-inline float ScalbnSingle(float x, int k) {
-    constexpr std::uint32_t mantissaAndSign = 0x807FFFFF;
-    int e = static_cast<int>((Pattern(x) >> 23) & 0xFF);
-    if (e == 0) {
-        if (x == 0) {
-            return x;
-        }
-        x *= 0x1p25f;
-        if (k < -50000) {
-            return 0.0f * x;
-        }
-        e = static_cast<int>((Pattern(x) >> 23) & 0xFF) - 25;
-    }
-    if (e == 255) {
-        return x;
-    }
-    if (k > 254 - e) {
-        return std::copysign(infinity<float>, x);
-    }
-    if (k <= -25 - e) {
-        return 0.0f * x;
-    }
-    const int m = e + k;
-    const bool normal = m > 0;
-    const std::uint32_t exponent = static_cast<std::uint32_t>(normal ? m : m + 25) << 23;
-    const float scaled = FromBits<float>((Pattern(x) & mantissaAndSign) | exponent);
-    return normal ? scaled : scaled * 0x1p-25f;
-}
-
 /// Head and tail of the remainder of x into y[0] and y[1]; returns n, of which only the lowest two
 /// bits count. Infinity and NaN leave the default NaN.
 template <class T>

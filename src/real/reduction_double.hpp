@@ -40,7 +40,8 @@ struct LargeFraction {
 /// The fraction by the terms of window k, for s = exponent - 24k; n is right in the first window.
 ///
 /// A term of the product is all products of chunks that have one place; the last one is that of the
-/// first chunk of t and chunk k + 4 of 2/pi. Above 2^128 units there are only multiples of 8.
+/// first chunk of t and chunk k + 4 of 2/pi. Above 2^128 units the first window leaves multiples of 8, a
+/// later one copies of the sign.
 [[gnu::always_inline]] inline LargeFraction MultiplyWindow(LargeArgument t, int k) {
     /// The chunks up to k + 2, as far as they count, and the two after them.
     struct Window {
@@ -92,7 +93,7 @@ struct LargeFraction {
 ///
 /// They are 24 - s bits of the fraction, which is less than a half, and so always zero from s = 23
 /// on; the first window has at most 22. No `double` comes so close to a bound of these bits that
-/// later terms move it over: a search through all exponents by continued fractions has shown that.
+/// later terms move it over: tools/closest_angles.py shows that.
 inline bool NeedsNextWindow(const LargeFraction& fraction) {
     return fraction.high >> 32 == 0;
 }

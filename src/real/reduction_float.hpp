@@ -204,7 +204,8 @@ struct LargeDigits {
     f32x4 scale, n;
 };
 
-/// The product on lanes; n as a number. Unserved: a rest that takes more than one term more.
+/// The product on lanes; n is a number below 2^14. Unserved: a rest that takes more than one term
+/// more.
 ///
 /// Terms 0 to 9 of a product give 80 bits below term -1: 28 bits of `upper`, which has n as well,
 /// and the 52 of `lower`. If the first byte of the rest is zero, the rest begins with the next one,
@@ -297,7 +298,7 @@ inline LargeDigits MultiplyLarge(f32x4 t, i32x4& unserved) {
 }
 
 /// Term i of pi/2 times digits, of which entry j of `pairs` has byte j, and above it byte j - 2. A
-/// term is never zero: subtraction brings its exponent to its place.
+/// term of what is served is never zero: subtraction brings its exponent to its place.
 template <unsigned i>
 f32x4 LargeTerm(const u32x4* pairs) {
     const auto product = [pairs]<unsigned k>() {
