@@ -374,6 +374,19 @@ struct TangentKernel {
                 FlipSignBy(angle.exact, x)};
     }
 
+    /// Exact angles often come together.
+    template <class T, class V = Vector<T>>
+    static bool ResultsOfFirst(T* out, const OrExact<real::Reduced<V>, V>* states,
+                               unsigned long vectors) {
+        for (unsigned long j = 0; j < vectors; ++j) {
+            if (Any<V>(IsNaN(states[j].exact))) {
+                return false;
+            }
+            Store(out + j * Lanes<V>::count, states[j].exact);
+        }
+        return true;
+    }
+
     template <class State, class V>
     static auto Next(const OrExact<State, V>& s) {
         const auto next = real::TanKernel::Next(s.state);

@@ -16,6 +16,8 @@
 //   Near                             a kernel of a narrow range, without Entry, for blocks inside
 //   FirstOfBlock(states, const T* x..., vectors, MaskOf<V>& rare)   First for all of a block in
 //                                    another way, with the same lanes rare; or false, and nothing
+//   ResultsOfFirst(T* out, const states, vectors)   the results of a block if First gave them all,
+//                                    or false, and `out` may hold anything
 //   Second(V x..., MaskOf<V>& rare)  a second range, in one step, for lanes that First marks; sets
 //                                    `rare` likewise, and may take what the phases gave after x
 //   WholeBlock(T* out, count, const T* x...)   all of a block in another way, or false; of a
@@ -207,6 +209,11 @@ bool EvaluatePhases(Outputs<K, T> out, const Outputs<K, T>* elsewhere, unsigned 
             return false;
         }
         out = *elsewhere;
+    }
+    if constexpr (requires { K::ResultsOfFirst(out[0], states, count); }) {
+        if (K::ResultsOfFirst(out[0], states, count / lanes)) {
+            return serves;
+        }
     }
     FinishBlock<K, V>(out, states, count / lanes);
     return serves;
