@@ -1,5 +1,7 @@
 // Every member of the elementary families gives for each element what the kernels give, over all
 // shapes, and real members stop where their domain ends.
+#include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <vector>
 
@@ -31,6 +33,15 @@ std::vector<T> Arguments(Random& random, std::size_t count) {
     if (kind == 0) {
         return random.Operands<T>(count);
     }
+    // One step in so many is replaced, so that a block of exact angles has several others, one or
+    // none.
+    const auto apart = std::uint64_t{4} << 4 * random.Below(3);
+    const auto stepOrOther = [&](double step) {
+        const T x = static_cast<T>(step);
+        return random.Below(apart) != 0 ? x
+               : random.Below(2) != 0   ? std::nextafter(x, T{0})
+                                        : x * T{0.875};
+    };
     std::vector<T> values(count);
     for (T& x : values) {
         switch (kind == 7 ? 1 + random.Below(6) : kind) {
@@ -43,13 +54,11 @@ std::vector<T> Arguments(Random& random, std::size_t count) {
         case 3:
             x = uniform(1000);
             break;
-        case 4: // steps of 1/24 turn, and next to them
-            x = static_cast<T>(15.0 * (static_cast<double>(random.Below(1201)) - 600));
-            x = random.Below(4) == 0 ? std::nextafter(x, T{0}) : x;
+        case 4: // steps of 1/24 turn
+            x = stepOrOther(15.0 * (static_cast<double>(random.Below(1201)) - 600));
             break;
         case 5:
-            x = static_cast<T>((static_cast<double>(random.Below(1201)) - 600) / 12);
-            x = random.Below(4) == 0 ? std::nextafter(x, T{0}) : x;
+            x = stepOrOther((static_cast<double>(random.Below(1201)) - 600) / 12);
             break;
         default:
             x = random.AnyPattern<T>();
