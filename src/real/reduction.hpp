@@ -265,15 +265,14 @@ template <Value V>
     return All<V>(served) ? reduced : ReduceRest(x, reduced, served, rare);
 }
 
-/// The reduction on lanes; what `IsReduced` stays as it is. Rare: a tiny remainder. All lanes go
-/// through the second step unless it may end before that.
+/// The reduction on lanes; what `IsReduced` stays as it is. Rare: a tiny remainder.
 ///
 /// The nearest integer comes from adding and subtracting 1.5 * 2^52 (`float` 1.5 * 2^23). It can be
 /// another one than that of `ReducePio2`, and another than 0 for what `IsReduced`, only next to the
 /// middle between two multiples, where the head is `nearHalf` or more. For n = 1 the first step is
 /// that of the range with a formula of its own. A head of `kept` times |x| or more is too large for
 /// a multiple of pi/2 by the tables, and for a second step, except from n = 32 on in `float`.
-template <bool mayEnd = true, Value V>
+template <Value V>
 // A call for each vector would cost a third of a sine.
 [[gnu::always_inline]] inline Reduced<V> ReduceLanes(V x, MaskOf<V>& rare) {
     using C = ReductionConstants<ElementOf<V>>;
@@ -291,86 +290,7 @@ template <bool mayEnd = true, Value V>
     if constexpr (Floats<V>) {
         done &= Less(t, Broadcast<V>(C::manyBound));
     }
-    return mayEnd && All<V>(done) ? first
-                                  : ReduceFurther<V>(x, {fn, r, first, certain, done}, rare);
-}
-
-/// The reduction of vectors with many large lanes, step by step through buffers, so that the chains
-/// of several vectors are in flight. Rare: a tiny remainder.
-[[gnu::noinline]] inline void ReduceManyLarge(Reduced<f32x4>* reduced, const float* x,
-                                              unsigned long vectors, i32x4& rare) {
-    using V = f32x4;
-    using C = ReductionConstants<float>;
-    constexpr unsigned long most = 16;
-    LargeDigits digits[most];
-    i32x4 isLarge[most];
-    V terms[most][LargeProduct::terms];
-    while (vectors != 0) {
-        const unsigned long count = std::min(vectors, most);
-        i32x4 allLarge = ~i32x4{};
-        for (unsigned long j = 0; j < count; ++j) {
-            isLarge[j] = IsLarge(Load<V>(x + j * 4));
-            allLarge &= isLarge[j];
-        }
-        if (All<V>(allLarge)) {
-            std::fill_n(reduced, count, Reduced<V>{});
-        } else {
-            for (unsigned long j = 0; j < count; ++j) {
-                const V medium = Drop(isLarge[j], Load<V>(x + j * 4));
-                // A branch on the lanes that need the second step could not be learned.
-                reduced[j] = ReduceLanes<false>(medium, rare);
-            }
-        }
-        for (unsigned long j = 0; j < count; ++j) {
-            const V v = Load<V>(x + j * 4);
-            i32x4 unserved;
-            digits[j] =
-                MultiplyLarge(Select(isLarge[j], Abs(v), Broadcast<V>(C::mediumBound)), unserved);
-            unserved &= isLarge[j];
-            if (Any<V>(unserved)) [[unlikely]] {
-                ReduceEach(v, reduced[j], LaneBits<V>(unserved));
-                rare |= unserved & Less(Abs(reduced[j].head), Broadcast<V>(C::tinyHead));
-                isLarge[j] &= ~unserved;
-            }
-        }
-        for (unsigned long j = 0; j < count; ++j) {
-            MultiplyByPio2(digits[j], terms[j]);
-        }
-        for (unsigned long j = 0; j < count; ++j) {
-            const V v = Load<V>(x + j * 4);
-            const i32x4 large = isLarge[j];
-            V head, tail;
-            SumTerms(terms[j], FlipSignBy(digits[j].scale, v), head, tail);
-            const V n = FlipSignBy(digits[j].n, v);
-            reduced[j] = {Select(large, head, reduced[j].head),
-                          Select(large, tail, reduced[j].tail),
-                          Select(large, n + (notZero + C::toInteger), reduced[j].quadrant)};
-            rare |= large & Less(Abs(head), Broadcast<V>(C::tinyHead));
-        }
-        reduced += count;
-        x += count * 4;
-        vectors -= count;
-    }
-}
-
-/// `ReduceLanes` for a block, if three lanes of its first and last vectors are large, in `float`.
-/// Otherwise returns false: fewer large arguments are faster one at a time.
-template <class T>
-bool ReduceBlock(Reduced<Vector<T>>* reduced, const T* x, unsigned long vectors,
-                 MaskOf<Vector<T>>& rare) {
-    if constexpr (Floats<T>) {
-        const auto largeLanes = [x](unsigned long j) {
-            return LaneBits<f32x4>(IsLarge(Load<f32x4>(x + j * 4)));
-        };
-        unsigned large = largeLanes(0) | largeLanes(vectors - 1) << 4;
-        large &= large - 1;
-        large &= large - 1;
-        if (large != 0) {
-            ReduceManyLarge(reduced, x, vectors, rare);
-            return true;
-        }
-    }
-    return false;
+    return All<V>(done) ? first : ReduceFurther<V>(x, {fn, r, first, certain, done}, rare);
 }
 
 } // namespace nx::real

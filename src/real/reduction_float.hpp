@@ -148,191 +148,21 @@ inline constexpr auto PieceOfPio2 = [] {
     return result;
 }
 
-/// Head and tail: the sum from the smallest term up, and what it has lost.
-template <Floats V>
-void SumTerms(const V* term, V scale, V& head, V& tail) {
-    V sum = term[LargeProduct::terms - 1];
-    for (int i = LargeProduct::terms - 2; i >= 0; --i) {
-        sum += term[i];
-    }
-    V lost = term[0] - sum;
-    for (int i = 1; i < LargeProduct::terms; ++i) {
-        lost += term[i];
-    }
-    head = sum * scale;
-    tail = lost * scale;
-}
-
 /// The reduction of a positive `float` beyond the medium range. Returns n modulo 8.
 inline int ReduceLarge(float t, float* y) {
     const LargeProduct product = MultiplyLarge(t);
-    SumTerms(product.term, product.scale, y[0], y[1]);
+    const float* term = product.term;
+    float sum = term[LargeProduct::terms - 1];
+    for (int i = LargeProduct::terms - 2; i >= 0; --i) {
+        sum += term[i];
+    }
+    float lost = term[0] - sum;
+    for (int i = 1; i < LargeProduct::terms; ++i) {
+        lost += term[i];
+    }
+    y[0] = sum * product.scale;
+    y[1] = lost * product.scale;
     return product.n;
-}
-
-// Lanes.
-
-/// The products of lanes 0 and 2, 64 bits wide.
-inline u64x2 Multiply(u32x4 a, u32x4 b) {
-    return (u64x2)_mm_mul_epu32((__m128i)a, (__m128i)b);
-}
-/// The products of the upper and of the lower halves, as numbers with a sign, added up.
-inline u32x4 MultiplyAdd(u32x4 a, u32x4 b) {
-    return (u32x4)_mm_madd_epi16((__m128i)a, (__m128i)b);
-}
-/// By turns lanes of a and of b: of lanes 0 and 1 for half 0, of lanes 2 and 3 for half 1.
-inline u32x4 Interleave(int half, u32x4 a, u32x4 b) {
-    return half == 0 ? (u32x4)_mm_unpacklo_epi32((__m128i)a, (__m128i)b)
-                     : (u32x4)_mm_unpackhi_epi32((__m128i)a, (__m128i)b);
-}
-/// The lanes of a and b with an even number, and those with an odd one.
-inline u32x4 EvenLanes(u32x4 a, u32x4 b) {
-    return (u32x4)_mm_shuffle_ps((__m128)a, (__m128)b, _MM_SHUFFLE(2, 0, 2, 0));
-}
-inline u32x4 OddLanes(u32x4 a, u32x4 b) {
-    return (u32x4)_mm_shuffle_ps((__m128)a, (__m128)b, _MM_SHUFFLE(3, 1, 3, 1));
-}
-/// b where the mask holds, a elsewhere.
-template <class V>
-V Replace(V a, V b, V mask) {
-    return a ^ ((a ^ b) & mask);
-}
-
-/// The first ten bytes of the rest of each of four products: four, four, and two in the lower half.
-struct LargeDigits {
-    u32x4 first, second, last;
-    f32x4 scale, n;
-};
-
-/// The product on lanes; n is a number below 2^14. Unserved: a rest that takes more than one term
-/// more.
-///
-/// Terms 0 to 9 of a product give 80 bits below term -1: 28 bits of `upper`, which has n as well,
-/// and the 52 of `lower`. If the first byte of the rest is zero, the rest begins with the next one,
-/// and term 10 is added. That never changes the first byte, and `lower` is never zero: all arguments
-/// have been tried.
-inline LargeDigits MultiplyLarge(f32x4 t, i32x4& unserved) {
-    constexpr int upperBits = 28, lowerBits = 52;
-    /// Entry jv, of the bytes of 2/pi from place jv - 2 on: 28 bits, 32 bits, 20 bits, and the bytes
-    /// that give no whole product, in places 9, 8 and 10.
-    static constexpr auto windows = [] {
-        std::array<u32x4, 15> all{};
-        for (int jv = 0; jv < 15; ++jv) {
-            const auto byte = [jv](int k) -> std::uint32_t {
-                const int place = jv + k;
-                return place < 0 ? 0u
-                                 : static_cast<std::uint32_t>(
-                                       TwoOverPiSingle[static_cast<std::size_t>(place)]);
-            };
-            u128 bits = 0;
-            for (int k = -2; k < 8; ++k) {
-                bits = bits << 8 | byte(k);
-            }
-            all[static_cast<std::size_t>(jv)] = u32x4{static_cast<std::uint32_t>(bits >> 52),
-                                                      static_cast<std::uint32_t>(bits >> 20),
-                                                      static_cast<std::uint32_t>(bits) & 0xFFFFF,
-                                                      byte(9) | byte(8) << 16 | byte(10) << 24};
-        }
-        return all;
-    }();
-
-    // t = m * 2^(e0 - 16); the product's binary point is `shift` bits below the top of term 0.
-    const u32x4 m = (Bits(t) & Layout<float>::mantissaMask) | 0x800000;
-    const u32x4 e0 = (Bits(t) >> 23) - 134;
-    const u32x4 places = (u32x4)_mm_max_epi16((__m128i)(e0 - 3), __m128i{}) & ~7u;
-    const u32x4 shift = e0 - places;
-    const u32x4 jv = places >> 3;
-    u32x4 begin[2], end[2];
-    for (int i = 0; i < 2; ++i) {
-        const auto a = (__m128i)windows[jv[2 * i]];
-        const auto b = (__m128i)windows[jv[2 * i + 1]];
-        begin[i] = (u32x4)_mm_unpacklo_epi64(a, b);
-        end[i] = (u32x4)_mm_unpackhi_epi64(a, b);
-    }
-    const u32x4 lastBytes = OddLanes(end[0], end[1]);
-    const u32x4 byte9And8 = lastBytes & 0x00FF00FF;
-    // A factor has a sign: the two upper bytes of m, which are one, are less by 2^16.
-    const u32x4 terms8And9 =
-        MultiplyAdd(m >> 16 | (m << 8 & 0xFFFF0000), byte9And8) + (byte9And8 & 0xFF0000);
-    const u32x4 term10 = MultiplyAdd((m >> 8 & 0xFF) | (m & 0xFF) << 16, byte9And8) +
-                         MultiplyAdd(m >> 16, lastBytes >> 24);
-
-    u64x2 upperSums[2], lower[2];
-    for (int i = 0; i < 2; ++i) {
-        const u32x4 factor = Interleave(i, m, m);
-        const u64x2 middle = Multiply(factor, (u32x4)((u64x2)begin[i] >> 32));
-        const u64x2 sum = Multiply(factor, end[i]) + (u64x2)Interleave(i, terms8And9, u32x4{}) +
-                          (middle << 32 >> (64 - lowerBits));
-        lower[i] = sum & ((UINT64_C(1) << lowerBits) - 1);
-        upperSums[i] = Multiply(factor, begin[i]) + (middle >> 32) + (sum >> lowerBits);
-    }
-    const u32x4 upper = EvenLanes((u32x4)upperSums[0], (u32x4)upperSums[1]);
-
-    // n is the nearest integer; from one half on the rest is what is missing.
-    const auto powerOfTwo = [](u32x4 exponent) {
-        return FromBits<f32x4>((exponent + Layout<float>::bias) << 23);
-    };
-    const f32x4 unit = powerOfTwo(shift - upperBits);
-    const u32x4 one = (u32x4)_mm_cvttps_epi32((__m128)powerOfTwo(upperBits - shift));
-    const u32x4 isHalf = (u32x4)((upper & (one >> 1)) != 0);
-    const f32x4 n = __builtin_convertvector((i32x4)(upper & -one), f32x4) * unit +
-                    FromBits<f32x4>(isHalf & Pattern(1.0f));
-    const u32x4 top = (upper ^ isHalf) & (one - 1);
-    const u32x4 isLonger = (u32x4)((i32x4)top < 1 << (upperBits - 8));
-    unserved = (i32x4)top < 1 << (upperBits - 16);
-
-    u32x4 rest[2];
-    for (int i = 0; i < 2; ++i) {
-        const u64x2 longer = (lower[i] << 8) + (u64x2)Interleave(i, term10, u32x4{});
-        const u64x2 chosen = Replace(lower[i], longer, (u64x2)Interleave(i, isLonger, isLonger));
-        const auto negative = (u64x2)Interleave(i, isHalf, isHalf);
-        rest[i] = (u32x4)((chosen ^ negative) - negative);
-    }
-    const u32x4 high = OddLanes(rest[0], rest[1]), low = EvenLanes(rest[0], rest[1]);
-    const u32x4 highMask = (isLonger & 0xFF0) | 0xF;
-    // The sums count in the unit of term 0.
-    const u32x4 scale =
-        Bits(unit) + (13u << 23) - (isLonger & (8u << 23)) + (isHalf & signBit<float>);
-    return {Replace(top << 4, top << 12, isLonger) | (high >> 16 & highMask),
-            high << 16 | low >> 16, low & 0xFFFF, FromBits<f32x4>(scale), n};
-}
-
-/// Term i of pi/2 times digits, of which entry j of `pairs` has byte j, and above it byte j - 2. A
-/// term of what is served is never zero: subtraction brings its exponent to its place.
-template <unsigned i>
-f32x4 LargeTerm(const u32x4* pairs) {
-    const auto product = [pairs]<unsigned k>() {
-        if constexpr (k <= i) {
-            return MultiplyAdd(pairs[i - k], u32x4{} + (PieceOfPio2[k] | PieceOfPio2[k + 2] << 16));
-        } else {
-            return u32x4{};
-        }
-    };
-    const auto sum = [product]<unsigned... k>(std::integer_sequence<unsigned, k...>) {
-        return (product.template operator()<k>() + ...);
-    }
-    (std::integer_sequence<unsigned, 0, 1, 4, 5, 8, 9>{});
-    return FromBits<f32x4>(Bits(__builtin_convertvector((i32x4)sum, f32x4)) - (8 * i << 23));
-}
-
-/// All terms.
-inline void MultiplyByPio2(const LargeDigits& digits, f32x4* term) {
-    constexpr std::uint32_t everyOther = 0x00FF00FF;
-    u32x4 pairs[LargeProduct::terms];
-    pairs[3] = digits.first & everyOther;
-    pairs[2] = digits.first >> 8 & everyOther;
-    pairs[1] = pairs[3] >> 16;
-    pairs[0] = pairs[2] >> 16;
-    pairs[7] = digits.second & everyOther;
-    pairs[6] = digits.second >> 8 & everyOther;
-    pairs[5] = pairs[7] >> 16 | pairs[3] << 16;
-    pairs[4] = pairs[6] >> 16 | pairs[2] << 16;
-    pairs[9] = (digits.last & 0xFF) | pairs[7] << 16;
-    pairs[8] = digits.last >> 8 | pairs[6] << 16;
-    [&]<unsigned... i>(std::integer_sequence<unsigned, i...>) {
-        ((term[i] = LargeTerm<i>(pairs)), ...);
-    }
-    (std::make_integer_sequence<unsigned, LargeProduct::terms>{});
 }
 
 } // namespace nx::real

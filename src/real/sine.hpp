@@ -16,6 +16,7 @@
 
 #include "core/lanes.hpp"
 #include "real/reduction.hpp"
+#include "real/reduction_block.hpp"
 
 namespace nx::real {
 

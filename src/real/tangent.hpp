@@ -15,6 +15,7 @@
 #include "core/lanes.hpp"
 #include "real/basic.hpp"
 #include "real/reduction.hpp"
+#include "real/reduction_block.hpp"
 #include "real/sine.hpp"
 
 namespace nx::real {

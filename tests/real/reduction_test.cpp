@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "real/sine.hpp"
+#include "real/tangent.hpp"
 #include "real/trigonometry_reference.hpp"
 #include "support/same.hpp"
 #include "support/samples.hpp"
@@ -198,34 +200,53 @@ TEST(ReductionOfDouble, SpecialArguments) {
     }
 }
 
-/// Blocks of all kinds of arguments beside large ones.
-TEST(ReductionOfFloat, OfABlockHasTheBitsOfOneElement) {
-    using real::ReductionConstants;
+/// Whether sine, cosine and tangent are the same for the remainder of a block as for another one.
+bool HaveSameResults(const real::Reduced<core::f32x4>* reduced, unsigned long i, int n,
+                     const float* y) {
+    const float head = reduced[i / 4].head[i % 4], tail = reduced[i / 4].tail[i % 4];
+    const auto quadrant = static_cast<int>(BitsOf(float{reduced[i / 4].quadrant[i % 4]}) & 3);
+    const auto haveSameSine = [&](int more) {
+        return SameBits(real::SineOfQuadrant(quadrant + more, head, tail),
+                        real::SineOfQuadrant(n + more, y[0], y[1]));
+    };
+    return haveSameSine(0) && haveSameSine(1) &&
+           SameBits(real::KernelTan(1 - 2 * (quadrant & 1), head, tail),
+                    real::KernelTan(1 - 2 * (n & 1), y[0], y[1]));
+}
+
+/// Blocks of all kinds of arguments beside large ones, or beside ones that are not very large. The
+/// tails of large ones may differ where no result does.
+TEST(ReductionOfFloat, OfABlockHasTheResultsOfOneElement) {
+    using Constants = real::ReductionConstants<float>;
     constexpr unsigned long mostVectors = 32;
     Random random(4);
     const std::vector<float> specials = SpecialValues<float>();
-    const auto any = [&]() -> float {
+    const auto nextToMultiple = [&](std::size_t mostBits) {
+        const int n = 128 + static_cast<int>(random.Below(std::size_t{1} << mostBits));
+        return reference::NearestMultiple<float>(n);
+    };
+    const auto any = [&](bool mayBeVeryLarge) -> float {
         switch (random.Below(5)) {
         case 0:
-            return random.AnyPattern<float>();
+            return mayBeVeryLarge ? random.AnyPattern<float>() : random.Between<float>(201, 3216);
         case 1:
-            return specials[random.Below(specials.size())];
+            return mayBeVeryLarge ? specials[random.Below(specials.size())] : 0;
         case 2:
-            return random.Between<float>(40, 210);
+            return random.Between<float>(0.7f, 210);
         default: {
             // The remainder is small where the pattern is next to that of a multiple.
-            const int n = 128 + static_cast<int>(random.Below(std::size_t{1} << random.Below(24)));
-            const float multiple = reference::NearestMultiple<float>(n);
-            const float x = std::ldexp(multiple, static_cast<int>(random.Below(100)));
+            const float x = mayBeVeryLarge ? std::ldexp(nextToMultiple(random.Below(24)),
+                                                        static_cast<int>(random.Below(100)))
+                                           : nextToMultiple(random.Below(10));
             return random.Below(2) == 0 ? x : -x;
         }
         }
     };
-    for (int block = 0; block < 4000; ++block) {
+    for (int block = 0; block < 6000; ++block) {
         const unsigned long vectors = 1 + random.Below(mostVectors);
         float x[4 * mostVectors];
-        std::generate_n(x, 4 * vectors, any);
-        std::fill_n(x, 3, 1e6f);
+        std::generate_n(x, 4 * vectors, [&] { return any(block % 2 == 0); });
+        x[0] = block % 2 == 0 ? 1e6f : 1e3f;
         real::Reduced<core::f32x4> reduced[mostVectors];
         core::i32x4 rare{};
         ASSERT_TRUE(real::ReduceBlock(reduced, x, vectors, rare));
@@ -234,15 +255,35 @@ TEST(ReductionOfFloat, OfABlockHasTheBitsOfOneElement) {
             const float quadrant = reduced[i / 4].quadrant[i % 4];
             if (real::IsReduced(x[i])) {
                 ASSERT_TRUE(SameBits(head, x[i])) << Show(x[i]);
-                ASSERT_EQ(quadrant, ReductionConstants<float>::toInteger);
+                ASSERT_EQ(quadrant, Constants::toInteger);
                 continue;
             }
             float want[2];
             const int n = real::ReducePio2(x[i], want);
-            ASSERT_TRUE(SameBits(head, want[0]) && SameBits(tail, want[1])) << Show(x[i]);
-            ASSERT_EQ(BitsOf(quadrant) & 3, static_cast<unsigned>(n) & 3) << Show(x[i]);
-            ASSERT_NE(quadrant, ReductionConstants<float>::toInteger) << Show(x[i]);
+            ASSERT_NE(quadrant, Constants::toInteger) << Show(x[i]);
+            if (!(std::fabs(x[i]) >= Constants::mediumBound)) {
+                ASSERT_TRUE(SameBits(head, want[0]) && SameBits(tail, want[1])) << Show(x[i]);
+            }
+            ASSERT_TRUE(HaveSameResults(reduced, i, n, want)) << Show(x[i]);
         }
+    }
+}
+
+/// The last place of the tail decides about these, and about their neighbours below 2^10.
+TEST(ReductionOfFloat, OfABlockHasTheResultsWhereTheTailDecides) {
+    std::vector<float> x(std::begin(real::argumentsDecidedByTail),
+                         std::end(real::argumentsDecidedByTail));
+    x.insert(x.end(), {0x1.218da2p9f, 0x1.218f7ap9f, 0x1.43c4d8p108f, 1e9f});
+    while (x.size() % 4 != 0) {
+        x.push_back(-x.front());
+    }
+    real::Reduced<core::f32x4> reduced[8];
+    core::i32x4 rare{};
+    ASSERT_TRUE(real::ReduceBlock(reduced, x.data(), x.size() / 4, rare));
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        float want[2];
+        const int n = real::ReducePio2(x[i], want);
+        EXPECT_TRUE(HaveSameResults(reduced, i, n, want)) << Show(x[i]);
     }
 }
 

@@ -1,0 +1,352 @@
+// The reduction of blocks of `float` arguments of which many are large.
+//
+// The ten terms of `ReduceLarge` take long on lanes. Here the remainder comes first, as a sum of two
+// numbers, and is rounded to head and tail as the sum of the terms is:
+// 1. Below `severalBound` several parts of pi/2, n times each, are taken from x. Arguments of the
+//    medium range go the same way with parts of their own, which gives their head and tail.
+// 2. From there on x meets 96 bits of 2/pi, and the fraction meets pi/2.
+// 3. The sum of the terms rounds three times where head can tell: with the third, the second and the
+//    first term. The first term is that of the first byte of the fraction, so that the last two
+//    roundings can be made here. Where the one before might decide, the lane is left to
+//    `ReducePio2`.
+// 4. The tail is the rest of the remainder, rounded once and not term by term, and so may differ
+//    from that of the terms in its last places. No sine, cosine or tangent changes by that: all
+//    arguments have been tried, by each of the two ways. tools/exhaustive tries them.
+#ifndef NX_REAL_REDUCTION_BLOCK_HPP
+#define NX_REAL_REDUCTION_BLOCK_HPP
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+
+#include "core/lanes.hpp"
+#include "real/basic.hpp"
+#include "real/reduction.hpp"
+#include "real/tables/two_over_pi.hpp"
+
+namespace nx::real {
+
+/// first + rest is the remainder.
+struct SplitRemainder {
+    f32x4 first, rest;
+    /// What the first byte of the fraction counts in, times pi/2; 0 where the two are head and tail.
+    f32x4 unit;
+    f32x4 quadrant;
+    /// Lanes that are left to `ReducePio2`.
+    i32x4 other;
+};
+
+// Step 1.
+
+/// Of pi/2, by 13 bits. A last part that is less by 6 places keeps the tails on the right side of
+/// where they decide, for all arguments.
+inline constexpr float severalParts[] = {0x1.921p0f, 0x1.f6ap-13f, 0x1.11p-26f,
+                                         Pinned(2.5633427672144826e-12f, 0x2C346114)};
+/// n has 11 bits below this.
+inline constexpr float severalBound = 0x1.92p11f;
+
+/// x less the first part, n times, and which lanes need which other parts.
+struct SeveralParts {
+    f32x4 n, r, quadrant;
+    /// Of the medium range, and of these the ones that need a second step.
+    i32x4 isMedium, needsSecond;
+    i32x4 other;
+};
+
+/// a, which is `from`, or `to` where the mask holds.
+inline f32x4 Change(f32x4 a, i32x4 mask, float from, float to) {
+    return FromBits<f32x4>(Bits(a) ^ ((u32x4)mask & (Pattern(from) ^ Pattern(to))));
+}
+
+inline SeveralParts ChooseParts(f32x4 x) {
+    using V = f32x4;
+    using C = ReductionConstants<float>;
+    const V quadrant = x * C::invpio2 + C::toInteger;
+    const V n = quadrant - C::toInteger;
+    const V t = Abs(x);
+    const i32x4 isMedium = InRegister(t < C::mediumBound);
+    const V part = Change(Broadcast<V>(severalParts[0]), isMedium, severalParts[0], C::pio2_1);
+    const V r = x - n * part;
+    // As in `ReduceLanes` and `ReduceFurther`.
+    const V size = Abs(r - n * C::pio2_1t);
+    const V exponentOfX = FromBits<V>(Bits(x) & C::exponentMask);
+    const V exponentOfHead = FromBits<V>(Bits(size) & C::exponentMask);
+    const i32x4 again = exponentOfHead * C::firstLossRatio < exponentOfX;
+    const i32x4 isFew = isMedium & (Abs(n) < 32.0f);
+    return {n,
+            r,
+            quadrant,
+            isMedium,
+            again & isMedium & ~isFew,
+            isFew & ((size < t * C::kept) | ~(t < C::manyBound))};
+}
+
+inline SplitRemainder SubtractParts(f32x4 x, const SeveralParts& p) {
+    using V = f32x4;
+    using C = ReductionConstants<float>;
+    constexpr auto part = [](int i) { return Broadcast<V>(severalParts[i]); };
+    const V part1 = Change(Change(part(1), p.isMedium, severalParts[1], C::pio2_1t), p.needsSecond,
+                           C::pio2_1t, C::pio2_2);
+    const V part2 = Change(Drop(p.isMedium, part(2)), p.needsSecond, 0, C::pio2_2t);
+    const V w = p.n * part1;
+    const V high = p.r - w;
+    const V low = ((p.r - high) - w) - p.n * part2;
+    const V first = high + low;
+    const V rest = ((high - first) + low) - p.n * Drop(p.isMedium, part(3));
+    const V exponent = FromBits<V>(Bits(x) & C::exponentMask);
+    return {first, rest, Drop(p.isMedium, exponent * 0x1p-15f), p.quadrant, p.other};
+}
+
+// Step 2.
+
+/// The products of lanes 0 and 2, 64 bits wide.
+inline u64x2 Multiply(u32x4 a, u32x4 b) {
+    return (u64x2)_mm_mul_epu32((__m128i)a, (__m128i)b);
+}
+/// By turns lanes of a and of b: of lanes 0 and 1 for half 0, of lanes 2 and 3 for half 1.
+inline u32x4 Interleave(int half, u32x4 a, u32x4 b) {
+    return half == 0 ? (u32x4)_mm_unpacklo_epi32((__m128i)a, (__m128i)b)
+                     : (u32x4)_mm_unpackhi_epi32((__m128i)a, (__m128i)b);
+}
+/// The lower and the upper words of four numbers.
+inline u32x4 LowerWordsOf(const u64x2* four) {
+    return (u32x4)_mm_shuffle_ps((__m128)four[0], (__m128)four[1], _MM_SHUFFLE(2, 0, 2, 0));
+}
+inline u32x4 UpperWordsOf(const u64x2* four) {
+    return (u32x4)_mm_shuffle_ps((__m128)four[0], (__m128)four[1], _MM_SHUFFLE(3, 1, 3, 1));
+}
+
+/// |x| times 2/pi, modulo 8 and times 2^61.
+struct LargeQuadrants {
+    u64x2 product[2];
+    u32x4 pattern;
+};
+
+/// Arguments beyond the medium range whose sine, cosine or tangent is decided by the last place of
+/// the tail; the next to last one stands for three. They are left to `ReducePio2`.
+inline constexpr float argumentsDecidedByTail[] = {
+    0x1.0fa366p16f,  0x1.4696d6p18f,  0x1.93c052p20f,  0x1.907ca4p30f,  0x1.41376p51f,
+    0x1.862f46p52f,  0x1.ed5168p53f,  0x1.15328cp56f,  0x1.6f39a6p58f,  0x1.6c53c4p63f,
+    0x1.dd7106p85f,  0x1.415cd8p86f,  0x1.a0ca32p88f,  0x1.05b736p90f,  0x1.92ad8ap103f,
+    0x1.198256p109f, 0x1.90b2d4p116f, 0x1.9420cep118f, 0x1.a7fa8cp119f, 0x1.26579ap125f,
+    0x1.218e22p9f,   0x1.861d5ep108f,
+};
+
+/// Marks what is in the area of an argument that is decided by the tail.
+inline LargeQuadrants MultiplyByTwoOverPi(const float* x, i32x4& decidedByTail) {
+    /// Exponent and upper bits of the mantissa.
+    constexpr std::uint32_t area = 0x7FFFF800;
+    /// For each exponent: 96 bits of 2/pi, the first of which gives the 4 in n, and the area of an
+    /// argument that is decided by the tail.
+    static constexpr auto windows = [] {
+        constexpr std::size_t bias = 134;
+        std::array<std::array<std::uint32_t, 4>, 256> all{};
+        for (std::size_t row = bias; row < 255; ++row) {
+            for (std::size_t bit = row - bias, i = 0; i < 96; ++i, ++bit) {
+                // The first ones of the first rows lie before the point.
+                const int byte = bit < 19 ? 0 : TwoOverPiSingle[(bit - 19) / 8];
+                std::uint32_t& word = all[row][i / 32];
+                word = word << 1 | (static_cast<std::uint32_t>(byte) >> (7 - (bit - 19) % 8) & 1);
+            }
+        }
+        // A little less leaves one argument of this exponent to be decided by the tail, not two.
+        all[bias + 101][2] -= 100000;
+        for (const float argument : argumentsDecidedByTail) {
+            std::uint32_t& last = all[Pattern(argument) >> 23][3];
+            if (last != 0) {
+                throw "two arguments of one exponent are decided by the tail";
+            }
+            last = Pattern(argument) & area;
+        }
+        std::array<u32x4, 256> vectors;
+        std::transform(all.begin(), all.end(), vectors.begin(), [](const auto& row) {
+            return u32x4{row[0], row[1], row[2], row[3]};
+        });
+        return vectors;
+    }();
+    const u32x4 pattern = Bits(Load<f32x4>(x));
+    const u32x4 m = (pattern & Layout<float>::mantissaMask) | 0x800000;
+    const auto window = [x](int lane) { return (__m128i)windows[Pattern(x[lane]) >> 23 & 0xFF]; };
+    u64x2 product[2], ends[2];
+    for (int i = 0; i < 2; ++i) {
+        const __m128i a = window(2 * i), b = window(2 * i + 1);
+        const auto begin = (u64x2)_mm_unpacklo_epi64(a, b);
+        ends[i] = (u64x2)_mm_unpackhi_epi64(a, b);
+        const u32x4 factor = Interleave(i, m, m);
+        product[i] = (Multiply(factor, (u32x4)begin) << 32) +
+                     Multiply(factor, (u32x4)(begin >> 32)) +
+                     (Multiply(factor, (u32x4)ends[i]) >> 32);
+    }
+    decidedByTail |= (pattern & area) == UpperWordsOf(ends);
+    return {{product[0], product[1]}, pattern};
+}
+
+/// The size of the remainder times 2^60, and its sign.
+struct LargeRemainder {
+    u64x2 size[2];
+    u32x4 sign, unit, quadrant;
+};
+
+inline LargeRemainder MultiplyByPio2(const LargeQuadrants& q) {
+    using C = ReductionConstants<float>;
+    constexpr std::uint64_t one = UINT64_C(1) << 61;
+    constexpr std::uint32_t half = one / 2 >> 32;
+    constexpr u32x4 upperPio2 = u32x4{} + 0xC90FDAA2, lowerPio2 = u32x4{} + 0x2168C235;
+    const u32x4 upper = UpperWordsOf(q.product);
+    const auto isHalf = (u32x4)((upper & half) == half);
+    LargeRemainder result;
+    for (int i = 0; i < 2; ++i) {
+        const auto negative = (u64x2)Interleave(i, isHalf, isHalf);
+        const u64x2 fraction = (q.product[i] ^ negative) & (one - 1);
+        const auto high = (u32x4)(fraction >> 32);
+        result.size[i] = Multiply(high, upperPio2) +
+                         ((Multiply(high, lowerPio2) + Multiply((u32x4)fraction, upperPio2)) >> 32);
+    }
+    const auto isNegative = (u32x4)((i32x4)q.pattern >> 31);
+    const u32x4 n = (upper + half) >> 29;
+    result.sign = (isHalf ^ q.pattern) & signBit<float>;
+    // The first byte of the fraction that is not always zero begins at every eighth exponent.
+    constexpr std::uint32_t exponent = UINT32_C(1) << 23;
+    result.unit = ((q.pattern + 3 * exponent) & (7 * exponent)) + Pattern(0x1p-9f);
+    result.quadrant = Pattern(C::toInteger + notZero) + ((n ^ isNegative) - isNegative);
+    return result;
+}
+
+inline SplitRemainder Split(const LargeRemainder& r) {
+    using V = f32x4;
+    const u32x4 upper = UpperWordsOf(r.size), lower = LowerWordsOf(r.size);
+    const V first = __builtin_convertvector((i32x4)upper, V);
+    const u32x4 lost = upper - (u32x4)_mm_cvtps_epi32((__m128)first);
+    const V rest = __builtin_convertvector((i32x4)(lost << 27 | lower >> 5), V);
+    return {first * FromBits<V>(r.sign | Pattern(0x1p-28f)),
+            rest * FromBits<V>(r.sign | Pattern(0x1p-55f)), FromBits<V>(r.unit),
+            FromBits<V>(r.quadrant), i32x4{}};
+}
+
+// Steps 3 and 4.
+
+/// The first term.
+inline f32x4 FirstTerm(const SplitRemainder& r) {
+    constexpr float firstPart = 0x1.92p0f;
+    const auto perUnit = FromBits<f32x4>(2 * Pattern(1.0f) - Bits(r.unit));
+    const auto byte =
+        _mm_cvttps_epi32((__m128)(r.first * (perUnit * ReductionConstants<float>::invpio2)));
+    return __builtin_convertvector((i32x4)byte, f32x4) * (r.unit * firstPart);
+}
+
+/// Head and tail.
+inline Reduced<f32x4> Round(const SplitRemainder& r, f32x4 term, i32x4& other) {
+    /// The terms from the third on are less than 2 * 2^-7 units: half a place of that, and more.
+    constexpr float halfPlace = 0x1.1p-31f;
+    const f32x4 otherTerms = r.first - term;
+    const f32x4 uncertain = r.unit * halfPlace;
+    const f32x4 head = term + (otherTerms + (r.rest + uncertain));
+    other = r.other | (i32x4)(head != term + (otherTerms + (r.rest - uncertain)));
+    return {head, (r.first - head) + r.rest, r.quadrant};
+}
+
+/// `medium` in lanes of the medium range, `large` elsewhere.
+inline SplitRemainder Merge(i32x4 isMedium, const SplitRemainder& medium,
+                            const SplitRemainder& large) {
+    return {Select(isMedium, medium.first, large.first), Select(isMedium, medium.rest, large.rest),
+            Drop(isMedium, large.unit), Select(isMedium, medium.quadrant, large.quadrant),
+            isMedium & medium.other};
+}
+
+/// The reduction of a block, step by step through buffers, so that the chains of several vectors are
+/// in flight. Rare: a tiny remainder.
+[[gnu::noinline]] inline void ReduceManyLarge(Reduced<f32x4>* reduced, const float* x,
+                                              unsigned long vectors, i32x4& rare) {
+    using V = f32x4;
+    using C = ReductionConstants<float>;
+    constexpr unsigned long most = 16;
+    SplitRemainder remainders[most];
+    V terms[most];
+    while (vectors != 0) {
+        const unsigned long count = std::min(vectors, most);
+        const auto argument = [x](unsigned long j) { return Load<V>(x + j * 4); };
+        i32x4 areLarge = ~i32x4{}, areSeveral = ~i32x4{}, decidedByTail{};
+        for (unsigned long j = 0; j < count; ++j) {
+            const V t = Abs(argument(j));
+            areLarge &= ~(t < C::mediumBound);
+            areSeveral &= t < severalBound;
+        }
+        if (All<V>(areSeveral)) {
+            SeveralParts parts[most];
+            for (unsigned long j = 0; j < count; ++j) {
+                parts[j] = ChooseParts(argument(j));
+            }
+            for (unsigned long j = 0; j < count; ++j) {
+                remainders[j] = SubtractParts(argument(j), parts[j]);
+            }
+            for (unsigned long j = 0; j < count; ++j) {
+                terms[j] = FirstTerm(remainders[j]);
+            }
+        } else {
+            LargeQuadrants quadrants[most];
+            LargeRemainder larges[most];
+            for (unsigned long j = 0; j < count; ++j) {
+                quadrants[j] = MultiplyByTwoOverPi(x + j * 4, decidedByTail);
+            }
+            for (unsigned long j = 0; j < count; ++j) {
+                larges[j] = MultiplyByPio2(quadrants[j]);
+            }
+            for (unsigned long j = 0; j < count; ++j) {
+                remainders[j] = Split(larges[j]);
+                terms[j] = FirstTerm(remainders[j]);
+            }
+            for (unsigned long j = 0; !All<V>(areLarge) && j < count; ++j) {
+                const V v = argument(j);
+                remainders[j] =
+                    Merge(Abs(v) < C::mediumBound, SubtractParts(v, ChooseParts(v)), remainders[j]);
+                terms[j] = FirstTerm(remainders[j]);
+            }
+        }
+        std::uint64_t served = 0;
+        for (unsigned long j = 0; j < count; ++j) {
+            i32x4 other;
+            reduced[j] = Round(remainders[j], terms[j], other);
+            const V size = Abs(reduced[j].head);
+            const i32x4 isServed = ~(other | (size < C::tinyHead)) & (size < C::nearHalf);
+            served |= std::uint64_t{LaneBits<V>(isServed)} << (4 * j);
+        }
+        if (Any<V>(decidedByTail)) [[unlikely]] {
+            for (unsigned long j = 0; j < count; ++j) {
+                i32x4 lanes{};
+                MultiplyByTwoOverPi(x + j * 4, lanes);
+                served &= ~(std::uint64_t{LaneBits<V>(lanes)} << (4 * j));
+            }
+        }
+        const unsigned long beyond = 64 - 4 * count;
+        for (std::uint64_t others = ~served << beyond >> beyond; others != 0;
+             others &= others - 1) {
+            const auto lane = static_cast<unsigned long>(std::countr_zero(others));
+            Reduced<V>& vector = reduced[lane / 4];
+            ReduceEach(argument(lane / 4), vector, 1u << lane % 4);
+            rare |= (Abs(vector.head) < C::tinyHead) & ~(vector.quadrant == C::toInteger);
+        }
+        reduced += count;
+        x += count * 4;
+        vectors -= count;
+    }
+}
+
+/// `ReduceLanes` for a block, if a lane of its first or last vector is large, in `float`. Otherwise
+/// returns false: a few large arguments are faster one at a time.
+template <class T>
+bool ReduceBlock(Reduced<Vector<T>>* reduced, const T* x, unsigned long vectors,
+                 MaskOf<Vector<T>>& rare) {
+    if constexpr (Floats<T>) {
+        const f32x4 ends[2] = {Load<f32x4>(x), Load<f32x4>(x + (vectors - 1) * 4)};
+        if (Any<f32x4>(IsLarge(ends[0]) | IsLarge(ends[1]))) {
+            ReduceManyLarge(reduced, x, vectors, rare);
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace nx::real
+
+#endif
