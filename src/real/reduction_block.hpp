@@ -1,17 +1,18 @@
 // The reduction of blocks of `float` arguments of which many are large.
 //
-// The ten terms of `ReduceLarge` take long on lanes. Here the remainder comes first, as a sum of two
-// numbers, and is rounded to head and tail as the sum of the terms is:
+// `ReduceLarge` makes head and tail of ten terms, which takes long on lanes. Here the remainder comes
+// first, as a sum of two numbers, and head and tail are made of it:
 // 1. Below `severalBound` several parts of pi/2, n times each, are taken from x. Arguments of the
-//    medium range go the same way with parts of their own, which gives their head and tail.
-// 2. From there on x meets 96 bits of 2/pi, and the fraction meets pi/2.
-// 3. The sum of the terms rounds three times where head can tell: with the third, the second and the
-//    first term. The first term is that of the first byte of the fraction, so that the last two
-//    roundings can be made here. Where the one before might decide, the lane is left to
-//    `ReducePio2`.
-// 4. The tail is the rest of the remainder, rounded once and not term by term, and so may differ
-//    from that of the terms in its last places. No sine, cosine or tangent changes by that: all
-//    arguments have been tried, by each of the two ways. tools/exhaustive tries them.
+//    medium range go the same way with parts of their own, which gives their head and tail at once.
+// 2. Beyond it x meets 96 bits of 2/pi, and the fraction of the product meets pi/2.
+// 3. The sum of the terms, from the smallest up, rounds last when it comes to the third, the second
+//    and the first term. The first term is that of the first byte of the fraction that is not zero:
+//    with it the last two roundings are made here as well. Lanes whose head may depend on the one
+//    before are left to `ReducePio2`.
+// 4. The tail is what head leaves of the remainder. It is rounded once, not with each term, and may
+//    be another one in its last places. No sine, cosine or tangent is, except for the arguments
+//    listed below, which are left to `ReducePio2` too: all arguments have been tried, both ways.
+//    tools/exhaustive does that.
 #ifndef NX_REAL_REDUCTION_BLOCK_HPP
 #define NX_REAL_REDUCTION_BLOCK_HPP
 
@@ -30,7 +31,7 @@ namespace nx::real {
 /// first + rest is the remainder.
 struct SplitRemainder {
     f32x4 first, rest;
-    /// What the first byte of the fraction counts in, times pi/2; 0 where the two are head and tail.
+    /// What the first byte counts, as a part of a quadrant; 0 where first and rest are head and tail.
     f32x4 unit;
     f32x4 quadrant;
     /// Lanes that are left to `ReducePio2`.
@@ -39,8 +40,8 @@ struct SplitRemainder {
 
 // Step 1.
 
-/// Of pi/2, by 13 bits. A last part that is less by 6 places keeps the tails on the right side of
-/// where they decide, for all arguments.
+/// Of pi/2, 13 bits each but the last. That is 6 places less than what is left: with it no tail
+/// decides wrongly.
 inline constexpr float severalParts[] = {0x1.921p0f, 0x1.f6ap-13f, 0x1.11p-26f,
                                          Pinned(2.5633427672144826e-12f, 0x2C346114)};
 /// n has 11 bits below this.
@@ -49,7 +50,7 @@ inline constexpr float severalBound = 0x1.92p11f;
 /// x less the first part, n times, and which lanes need which other parts.
 struct SeveralParts {
     f32x4 n, r, quadrant;
-    /// Of the medium range, and of these the ones that need a second step.
+    /// Lanes of the medium range, and of these the ones that need a second step.
     i32x4 isMedium, needsSecond;
     i32x4 other;
 };
@@ -123,14 +124,14 @@ struct LargeQuadrants {
     u32x4 pattern;
 };
 
-/// Arguments beyond the medium range whose sine, cosine or tangent is decided by the last place of
-/// the tail; the next to last one stands for three. They are left to `ReducePio2`.
+/// Arguments of which the tail from here would give another sine, cosine or tangent. The next to last
+/// one stands for three.
 inline constexpr float argumentsDecidedByTail[] = {
     0x1.0fa366p16f,  0x1.4696d6p18f,  0x1.93c052p20f,  0x1.907ca4p30f,  0x1.41376p51f,
     0x1.862f46p52f,  0x1.ed5168p53f,  0x1.15328cp56f,  0x1.6f39a6p58f,  0x1.6c53c4p63f,
-    0x1.dd7106p85f,  0x1.415cd8p86f,  0x1.a0ca32p88f,  0x1.05b736p90f,  0x1.92ad8ap103f,
-    0x1.198256p109f, 0x1.90b2d4p116f, 0x1.9420cep118f, 0x1.a7fa8cp119f, 0x1.26579ap125f,
-    0x1.218e22p9f,   0x1.861d5ep108f,
+    0x1.dd7106p85f,  0x1.415cd8p86f,  0x1.a0ca32p88f,  0x1.05b736p90f,  0x1.72f1d6p91f,
+    0x1.92ad8ap103f, 0x1.198256p109f, 0x1.90b2d4p116f, 0x1.9420cep118f, 0x1.a7fa8cp119f,
+    0x1.26579ap125f, 0x1.218e22p9f,   0x1.861d5ep108f,
 };
 
 /// Marks what is in the area of an argument that is decided by the tail.
@@ -150,7 +151,7 @@ inline LargeQuadrants MultiplyByTwoOverPi(const float* x, i32x4& decidedByTail) 
                 word = word << 1 | (static_cast<std::uint32_t>(byte) >> (7 - (bit - 19) % 8) & 1);
             }
         }
-        // A little less leaves one argument of this exponent to be decided by the tail, not two.
+        // A little less than 2/pi leaves one such argument of this exponent, not two.
         all[bias + 101][2] -= 100000;
         for (const float argument : argumentsDecidedByTail) {
             std::uint32_t& last = all[Pattern(argument) >> 23][3];
@@ -219,9 +220,12 @@ inline SplitRemainder Split(const LargeRemainder& r) {
     const V first = __builtin_convertvector((i32x4)upper, V);
     const u32x4 lost = upper - (u32x4)_mm_cvtps_epi32((__m128)first);
     const V rest = __builtin_convertvector((i32x4)(lost << 27 | lower >> 5), V);
+    // Where the first byte is 0, the sum begins with the next one.
+    const auto isZero =
+        (u32x4)(first * (0x1p-28f * ReductionConstants<float>::invpio2) < FromBits<V>(r.unit));
     return {first * FromBits<V>(r.sign | Pattern(0x1p-28f)),
-            rest * FromBits<V>(r.sign | Pattern(0x1p-55f)), FromBits<V>(r.unit),
-            FromBits<V>(r.quadrant), i32x4{}};
+            rest * FromBits<V>(r.sign | Pattern(0x1p-55f)),
+            FromBits<V>(r.unit - (isZero & (8u << 23))), FromBits<V>(r.quadrant), i32x4{}};
 }
 
 // Steps 3 and 4.
@@ -260,6 +264,8 @@ inline SplitRemainder Merge(i32x4 isMedium, const SplitRemainder& medium,
                                               unsigned long vectors, i32x4& rare) {
     using V = f32x4;
     using C = ReductionConstants<float>;
+    /// Below this the tail has too few places.
+    constexpr float smallHead = 0x1p-11f;
     constexpr unsigned long most = 16;
     SplitRemainder remainders[most];
     V terms[most];
@@ -308,7 +314,8 @@ inline SplitRemainder Merge(i32x4 isMedium, const SplitRemainder& medium,
             i32x4 other;
             reduced[j] = Round(remainders[j], terms[j], other);
             const V size = Abs(reduced[j].head);
-            const i32x4 isServed = ~(other | (size < C::tinyHead)) & (size < C::nearHalf);
+            const i32x4 isSmall = (size < smallHead) & (reduced[j].quadrant != C::toInteger);
+            const i32x4 isServed = ~(other | isSmall) & (size < C::nearHalf);
             served |= std::uint64_t{LaneBits<V>(isServed)} << (4 * j);
         }
         if (Any<V>(decidedByTail)) [[unlikely]] {
