@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <concepts>
 #include <cstdint>
 
 #include "core/lanes.hpp"
@@ -260,8 +261,9 @@ inline SplitRemainder Merge(i32x4 isMedium, const SplitRemainder& medium,
 
 /// The reduction of a block, step by step through buffers, so that the chains of several vectors are
 /// in flight. Rare: a tiny remainder.
-[[gnu::noinline]] inline void ReduceManyLarge(Reduced<f32x4>* reduced, const float* x,
-                                              unsigned long vectors, i32x4& rare) {
+template <std::derived_from<Reduced<f32x4>> State>
+[[gnu::noinline]] void ReduceManyLarge(State* reduced, const float* x, unsigned long vectors,
+                                       i32x4& rare) {
     using V = f32x4;
     using C = ReductionConstants<float>;
     /// Below this the tail has too few places.
@@ -312,7 +314,7 @@ inline SplitRemainder Merge(i32x4 isMedium, const SplitRemainder& medium,
         std::uint64_t served = 0;
         for (unsigned long j = 0; j < count; ++j) {
             i32x4 other;
-            reduced[j] = Round(remainders[j], terms[j], other);
+            static_cast<Reduced<V>&>(reduced[j]) = Round(remainders[j], terms[j], other);
             const V size = Abs(reduced[j].head);
             const i32x4 isSmall = (size < smallHead) & (reduced[j].quadrant != C::toInteger);
             const i32x4 isServed = ~(other | isSmall) & (size < C::nearHalf);
@@ -341,9 +343,8 @@ inline SplitRemainder Merge(i32x4 isMedium, const SplitRemainder& medium,
 
 /// `ReduceLanes` for a block, if a lane of its first or last vector is large, in `float`. Otherwise
 /// returns false: a few large arguments are faster one at a time.
-template <class T>
-bool ReduceBlock(Reduced<Vector<T>>* reduced, const T* x, unsigned long vectors,
-                 MaskOf<Vector<T>>& rare) {
+template <class T, std::derived_from<Reduced<Vector<T>>> State>
+bool ReduceBlock(State* reduced, const T* x, unsigned long vectors, MaskOf<Vector<T>>& rare) {
     if constexpr (Floats<T>) {
         const f32x4 ends[2] = {Load<f32x4>(x), Load<f32x4>(x + (vectors - 1) * 4)};
         if (Any<f32x4>(IsLarge(ends[0]) | IsLarge(ends[1]))) {

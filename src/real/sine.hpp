@@ -14,6 +14,7 @@
 #include <cmath>
 #include <concepts>
 
+#include "core/blocks.hpp"
 #include "core/lanes.hpp"
 #include "real/reduction.hpp"
 #include "real/reduction_block.hpp"
@@ -198,15 +199,17 @@ struct NearArgument {
 
 /// A reduced argument and the polynomials of sine and cosine.
 template <Value V>
-struct Polynomials {
-    Reduced<V> y;
+struct Polynomials : Reduced<V> {
     V r, p;
 };
 
 /// The phases that sine and cosine share.
 struct ReducedPhases {
+    template <class V>
+    using State = Polynomials<V>;
+
     template <class T>
-    static bool FirstOfBlock(Reduced<Vector<T>>* states, const T* x, unsigned long vectors,
+    static bool FirstOfBlock(Polynomials<Vector<T>>* states, const T* x, unsigned long vectors,
                              MaskOf<Vector<T>>& rare) {
         return ReduceBlock(states, x, vectors, rare);
     }
@@ -217,15 +220,16 @@ struct ReducedPhases {
     }
 
     template <class V>
-    static Polynomials<V> Next(const Reduced<V>& y) {
-        const V z = y.head * y.head;
-        return {y, SinePolynomial(z), CosinePolynomial(z)};
+    static void Next(Polynomials<V>& s, Phase<0>) {
+        const V z = s.head * s.head;
+        s.r = SinePolynomial(z);
+        s.p = CosinePolynomial(z);
     }
 
     /// The sine of what is left: for n = 0 in the form without a tail. Its sign is that of head.
     template <class V>
     static V SineOfRemainder(const Polynomials<V>& s) {
-        const auto& [head, tail, quadrant] = s.y;
+        const auto& [head, tail, quadrant] = static_cast<const Reduced<V>&>(s);
         const MaskOf<V> near =
             Equal(quadrant, Broadcast<V>(ReductionConstants<ElementOf<V>>::toInteger));
         const V term = Select(near, NearSineTerm(head, s.r), SineTerm(head, tail, s.r));
@@ -250,9 +254,9 @@ struct SinKernel : ReducedPhases {
     };
 
     template <class V>
-    static V Next(const Polynomials<V>& s) {
-        const auto n = Bits(s.y.quadrant);
-        const V cosine = SumCosine(s.y.head, s.p, s.y.tail);
+    static V Next(const Polynomials<V>& s, Phase<1>) {
+        const auto n = Bits(s.quadrant);
+        const V cosine = SumCosine(s.head, s.p, s.tail);
         return FlipByQuadrant(Select(IsOdd<V>(n), cosine, SineOfRemainder(s)), n);
     }
 
@@ -284,10 +288,10 @@ struct CosKernel : ReducedPhases {
     };
 
     template <class V>
-    static V Next(const Polynomials<V>& s) {
-        const auto n = Bits(s.y.quadrant);
-        const V cosine = SumCosine(s.y.head, s.p, s.y.tail);
-        const V sine = s.y.head + SineTerm(s.y.head, s.y.tail, s.r);
+    static V Next(const Polynomials<V>& s, Phase<1>) {
+        const auto n = Bits(s.quadrant);
+        const V cosine = SumCosine(s.head, s.p, s.tail);
+        const V sine = s.head + SineTerm(s.head, s.tail, s.r);
         return FlipByQuadrant(Select(IsOdd<V>(n), sine, cosine), n + 1);
     }
 
@@ -329,9 +333,9 @@ struct SinCosKernel : ReducedPhases {
     };
 
     template <class V>
-    static SinCosResult<V> Next(const Polynomials<V>& s) {
-        const auto n = Bits(s.y.quadrant);
-        const V cosine = SumCosine(s.y.head, s.p, s.y.tail);
+    static SinCosResult<V> Next(const Polynomials<V>& s, Phase<1>) {
+        const auto n = Bits(s.quadrant);
+        const V cosine = SumCosine(s.head, s.p, s.tail);
         const V sine = SineOfRemainder(s);
         return {FlipByQuadrant(Select(IsOdd<V>(n), cosine, sine), n),
                 FlipByQuadrant(Select(IsOdd<V>(n), sine, cosine), n + 1)};
