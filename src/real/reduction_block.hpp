@@ -320,6 +320,11 @@ template <std::derived_from<Reduced<f32x4>> State>
             const i32x4 isServed = ~(other | isSmall) & (size < C::nearHalf);
             served |= std::uint64_t{LaneBits<V>(isServed)} << (4 * j);
         }
+        // A zero keeps its sign.
+        for (unsigned long j = 0; !All<V>(areLarge) && j < count; ++j) {
+            const MaskOf<V> isOwn = Equal(reduced[j].quadrant, Broadcast<V>(C::toInteger));
+            reduced[j].head = Select(isOwn, argument(j), reduced[j].head);
+        }
         if (Any<V>(decidedByTail)) [[unlikely]] {
             for (unsigned long j = 0; j < count; ++j) {
                 i32x4 lanes{};
