@@ -4,15 +4,17 @@
 // first, as a sum of two numbers, and head and tail are made of it:
 // 1. Below `severalBound` several parts of pi/2, n times each, are taken from x. Arguments of the
 //    medium range go the same way with parts of their own, which gives their head and tail at once.
-// 2. Beyond it x meets 96 bits of 2/pi, and the fraction of the product meets pi/2.
+// 2. Beyond it x is multiplied by 96 bits of 2/pi, and the fraction of the product by pi/2. So are
+//    all large lanes of a group of vectors with one that is beyond.
 // 3. The sum of the terms, from the smallest up, rounds last when it comes to the third, the second
 //    and the first term. The first term is that of the first byte of the fraction that is not zero:
 //    with it the last two roundings are made here as well. Lanes whose head may depend on the one
-//    before are left to `ReducePio2`.
+//    before are left to `ReducePio2`. If the fraction is so close below a byte that it is taken for
+//    the next one, a head may be one place off, which its tail makes up for.
 // 4. The tail is what head leaves of the remainder. It is rounded once, not with each term, and may
-//    be another one in its last places. No sine, cosine or tangent is, except for the arguments
-//    listed below, which are left to `ReducePio2` too: all arguments have been tried, both ways.
-//    tools/exhaustive does that.
+//    be another one in its last places.
+// No sine, cosine or tangent is another one by that, except for the arguments listed below, which are
+// left to `ReducePio2` too: all arguments have been tried, both ways. tools/exhaustive does that.
 #ifndef NX_REAL_REDUCTION_BLOCK_HPP
 #define NX_REAL_REDUCTION_BLOCK_HPP
 
@@ -41,8 +43,8 @@ struct SplitRemainder {
 
 // Step 1.
 
-/// Of pi/2, 13 bits each but the last. That is 6 places less than what is left: with it no tail
-/// decides wrongly.
+/// pi/2 in parts of at most 13 bits and a last one, which is 6 of its last places less than the rest
+/// of pi/2: with it no tail makes for another result.
 inline constexpr float severalParts[] = {0x1.921p0f, 0x1.f6ap-13f, 0x1.11p-26f,
                                          Pinned(2.5633427672144826e-12f, 0x2C346114)};
 /// n has 11 bits below this.
@@ -56,7 +58,7 @@ struct SeveralParts {
     i32x4 other;
 };
 
-/// a, which is `from`, or `to` where the mask holds.
+/// a with `to` in place of `from`, which a is, where the mask holds.
 inline f32x4 Change(f32x4 a, i32x4 mask, float from, float to) {
     return FromBits<f32x4>(Bits(a) ^ ((u32x4)mask & (Pattern(from) ^ Pattern(to))));
 }
@@ -76,12 +78,7 @@ inline SeveralParts ChooseParts(f32x4 x) {
     const V exponentOfHead = FromBits<V>(Bits(size) & C::exponentMask);
     const i32x4 again = exponentOfHead * C::firstLossRatio < exponentOfX;
     const i32x4 isFew = isMedium & (Abs(n) < 32.0f);
-    return {n,
-            r,
-            quadrant,
-            isMedium,
-            again & isMedium & ~isFew,
-            isFew & ((size < t * C::kept) | ~(t < C::manyBound))};
+    return {n, r, quadrant, isMedium, again & isMedium & ~isFew, isFew & (size < t * C::kept)};
 }
 
 inline SplitRemainder SubtractParts(f32x4 x, const SeveralParts& p) {
@@ -125,8 +122,8 @@ struct LargeQuadrants {
     u32x4 pattern;
 };
 
-/// Arguments of which the tail from here would give another sine, cosine or tangent. The next to last
-/// one stands for three.
+/// Arguments whose tail by step 2 would give another sine, cosine or tangent. They are left to
+/// `ReducePio2`, and so is the area around them; the next to last one stands for three.
 inline constexpr float argumentsDecidedByTail[] = {
     0x1.0fa366p16f,  0x1.4696d6p18f,  0x1.93c052p20f,  0x1.907ca4p30f,  0x1.41376p51f,
     0x1.862f46p52f,  0x1.ed5168p53f,  0x1.15328cp56f,  0x1.6f39a6p58f,  0x1.6c53c4p63f,
@@ -138,12 +135,15 @@ inline constexpr float argumentsDecidedByTail[] = {
 /// Marks what is in the area of an argument that is decided by the tail.
 inline LargeQuadrants MultiplyByTwoOverPi(const float* x, i32x4& decidedByTail) {
     /// Exponent and upper bits of the mantissa.
-    constexpr std::uint32_t area = 0x7FFFF800;
+    constexpr std::uint32_t area = 0x7FFFF800, noArea = 1;
     /// For each exponent: 96 bits of 2/pi, the first of which gives the 4 in n, and the area of an
     /// argument that is decided by the tail.
     static constexpr auto windows = [] {
         constexpr std::size_t bias = 134;
         std::array<std::array<std::uint32_t, 4>, 256> all{};
+        for (auto& row : all) {
+            row[3] = noArea;
+        }
         for (std::size_t row = bias; row < 255; ++row) {
             for (std::size_t bit = row - bias, i = 0; i < 96; ++i, ++bit) {
                 // The first ones of the first rows lie before the point.
@@ -152,11 +152,11 @@ inline LargeQuadrants MultiplyByTwoOverPi(const float* x, i32x4& decidedByTail) 
                 word = word << 1 | (static_cast<std::uint32_t>(byte) >> (7 - (bit - 19) % 8) & 1);
             }
         }
-        // A little less than 2/pi leaves one such argument of this exponent, not two.
+        // With the exact bits there would be a second such argument of this exponent.
         all[bias + 101][2] -= 100000;
         for (const float argument : argumentsDecidedByTail) {
             std::uint32_t& last = all[Pattern(argument) >> 23][3];
-            if (last != 0) {
+            if (last != noArea) {
                 throw "two arguments of one exponent are decided by the tail";
             }
             last = Pattern(argument) & area;
@@ -208,7 +208,8 @@ inline LargeRemainder MultiplyByPio2(const LargeQuadrants& q) {
     const auto isNegative = (u32x4)((i32x4)q.pattern >> 31);
     const u32x4 n = (upper + half) >> 29;
     result.sign = (isHalf ^ q.pattern) & signBit<float>;
-    // The first byte of the fraction that is not always zero begins at every eighth exponent.
+    // The first byte that can be other than zero ends 9 to 2 places below the point, one less with
+    // each exponent, by turns.
     constexpr std::uint32_t exponent = UINT32_C(1) << 23;
     result.unit = ((q.pattern + 3 * exponent) & (7 * exponent)) + Pattern(0x1p-9f);
     result.quadrant = Pattern(C::toInteger + notZero) + ((n ^ isNegative) - isNegative);
@@ -242,7 +243,8 @@ inline f32x4 FirstTerm(const SplitRemainder& r) {
 
 /// Head and tail.
 inline Reduced<f32x4> Round(const SplitRemainder& r, f32x4 term, i32x4& other) {
-    /// The terms from the third on are less than 2 * 2^-7 units: half a place of that, and more.
+    /// The terms from the third on sum to less than 2 * 2^-7 units: half a place of that, with room
+    /// for the roundings before.
     constexpr float halfPlace = 0x1.1p-31f;
     const f32x4 otherTerms = r.first - term;
     const f32x4 uncertain = r.unit * halfPlace;
@@ -338,7 +340,8 @@ template <std::derived_from<Reduced<f32x4>> State>
             const auto lane = static_cast<unsigned long>(std::countr_zero(others));
             Reduced<V>& vector = reduced[lane / 4];
             ReduceEach(argument(lane / 4), vector, 1u << lane % 4);
-            rare |= (Abs(vector.head) < C::tinyHead) & ~(vector.quadrant == C::toInteger);
+            rare |= MaskFromLaneBits<V>(1u << lane % 4) & (Abs(vector.head) < C::tinyHead) &
+                    (vector.quadrant != C::toInteger);
         }
         reduced += count;
         x += count * 4;
@@ -346,8 +349,8 @@ template <std::derived_from<Reduced<f32x4>> State>
     }
 }
 
-/// `ReduceLanes` for a block, if a lane of its first or last vector is large, in `float`. Otherwise
-/// returns false: a few large arguments are faster one at a time.
+/// `ReduceLanes` for a block of `float` whose ends, which stand for all of it, have a large lane.
+/// Otherwise returns false: a few large arguments are faster one at a time.
 template <class T, std::derived_from<Reduced<Vector<T>>> State>
 bool ReduceBlock(State* reduced, const T* x, unsigned long vectors, MaskOf<Vector<T>>& rare) {
     if constexpr (Floats<T>) {
