@@ -1,7 +1,7 @@
-// Checks the real functions of one argument beyond what tests have time for: each kernel over lanes
-// against the same for one element, and that against the slow reference; each array family against
-// the function of its elements, and where it stops. For `float` over all arguments there are; for
-// `double`, with --doubles, over as many random ones as asked for.
+// Checks the real functions of one argument beyond what tests have time for: each kernel over lanes,
+// also beside huge arguments, against the same for one element, and that against the slow reference;
+// each array family against the function of its elements, and where it stops. For `float` over all
+// arguments there are; for `double`, with --doubles, over as many random ones as asked for.
 #include <algorithm>
 #include <cstdint>
 #include <functional>
