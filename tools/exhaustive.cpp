@@ -63,6 +63,10 @@ std::vector<T> BesideHuge(const UnaryFunction<T>& function, const std::vector<T>
         }
         mixed.push_back(x[i]);
     }
+    // Whole vectors: the others are elements of their own.
+    while (mixed.size() % core::Lanes<core::Vector<T>>::count != 0) {
+        mixed.push_back(std::numeric_limits<T>::max());
+    }
     function.lanes(mixed.data(), mixed.data(), 1, 1, mixed.size());
     for (std::size_t i = 0; i < x.size(); ++i) {
         results.push_back(mixed[i + i / apart + 1]);

@@ -9,8 +9,10 @@
 // 3. The sum of the terms, from the smallest up, rounds last when it comes to the third, the second
 //    and the first term. The first term is that of the first byte of the fraction that is not zero:
 //    with it the last two roundings are made here as well. Lanes whose head may depend on the one
-//    before are left to `ReducePio2`. If the fraction is so close below a byte that it is taken for
-//    the next one, a head may be one place off, which its tail makes up for.
+//    before are left to `ReducePio2`. Where the second byte is 0 as well there is no first term, and
+//    what is uncertain is more than the rounding left out. If the fraction is so close below a whole
+//    number of units that it is taken for that, a head may be one place off, which its tail makes up
+//    for.
 // 4. The tail is what head leaves of the remainder. It is rounded once, not with each term, and may
 //    be another one in its last places.
 // No sine, cosine or tangent is another one by that, except for the arguments listed below, which are
@@ -34,7 +36,7 @@ namespace nx::real {
 /// first + rest is the remainder.
 struct SplitRemainder {
     f32x4 first, rest;
-    /// What the first byte counts, as a part of a quadrant; 0 where first and rest are head and tail.
+    /// The unit of the first byte, as a part of a quadrant; 0 where first and rest are head and tail.
     f32x4 unit;
     f32x4 quadrant;
     /// Lanes that are left to `ReducePio2`.
@@ -268,7 +270,7 @@ template <std::derived_from<Reduced<f32x4>> State>
                                        i32x4& rare) {
     using V = f32x4;
     using C = ReductionConstants<float>;
-    /// Below this the tail has too few places.
+    /// Below this the tail has too few places, but for n = 0, where there is none.
     constexpr float smallHead = 0x1p-11f;
     constexpr unsigned long most = 16;
     SplitRemainder remainders[most];

@@ -230,7 +230,7 @@ TEST(ReductionOfFloat, OfABlockHasTheResultsOfOneElement) {
         case 0:
             return mayBeVeryLarge ? random.AnyPattern<float>() : random.Between<float>(201, 3216);
         case 1:
-            return mayBeVeryLarge ? specials[random.Below(specials.size())] : 0;
+            return mayBeVeryLarge ? specials[random.Below(specials.size())] : -0.0f;
         case 2:
             return random.Between<float>(0.7f, 210);
         default: {
@@ -262,7 +262,8 @@ TEST(ReductionOfFloat, OfABlockHasTheResultsOfOneElement) {
             const int n = real::ReducePio2(x[i], want);
             ASSERT_NE(quadrant, Constants::toInteger) << Show(x[i]);
             if (!(std::fabs(x[i]) >= Constants::mediumBound)) {
-                ASSERT_TRUE(SameBits(head, want[0]) && SameBits(tail, want[1])) << Show(x[i]);
+                ASSERT_TRUE(SameBits(head, want[0])) << Show(x[i]);
+                ASSERT_TRUE(SameBits(tail, want[1]) || (tail == 0 && want[1] == 0)) << Show(x[i]);
             }
             ASSERT_TRUE(HaveSameResults(reduced, i, n, want)) << Show(x[i]);
         }

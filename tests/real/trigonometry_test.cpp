@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -22,9 +23,13 @@ void ExpectSineAndCosineOfServedLanes(const std::vector<T>& arguments) {
     for (std::size_t i = 0; i + count <= arguments.size(); i += count) {
         core::MaskOf<V> rare{};
         (void)K::First(core::Load<V>(&arguments[i]), rare);
-        T sine[count], cosine[count];
-        const core::Outputs<K, T> out = {sine, cosine};
-        core::EvaluatePhases<K, T>(out, &out, count, &arguments[i]);
+        // Between others: a block whose ends are large has a reduction of its own.
+        T block[3 * count], sines[3 * count], cosines[3 * count];
+        std::fill_n(block, 3 * count, T{0.5});
+        std::copy_n(&arguments[i], count, block + count);
+        const core::Outputs<K, T> out = {sines, cosines};
+        core::EvaluatePhases<K, T>(out, &out, 3 * count, static_cast<const T*>(block));
+        const T *sine = sines + count, *cosine = cosines + count;
         for (std::size_t lane = 0; lane < count; ++lane) {
             if ((core::LaneBits<V>(rare) >> lane & 1) == 0) {
                 const T x = arguments[i + lane];
