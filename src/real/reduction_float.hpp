@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "core/lanes.hpp"
 #include "real/basic.hpp"
@@ -24,7 +23,7 @@ struct LargeProduct {
     int n;
 };
 
-/// pi/2 in parts of at most 8 bits; entry k counts steps of 2^(-7 - 8k). Two zeros follow.
+/// pi/2 in parts of at most 8 bits; entry k counts steps of 2^(-7 - 8k).
 inline constexpr auto PieceOfPio2 = [] {
     constexpr std::array<float, 10> pieces = {
         Pinned(1.5703125f, 0x3FC90000),
@@ -38,7 +37,7 @@ inline constexpr auto PieceOfPio2 = [] {
         Pinned(8.300922883092143e-20f, 0x1FC40000),
         Pinned(3.2756352257099896e-22f, 0x1BC60000),
     };
-    std::array<unsigned, 12> all{};
+    std::array<unsigned, 10> all{};
     float unit = 0x1p-7f;
     for (std::size_t k = 0; k < pieces.size(); ++k) {
         all[k] = static_cast<unsigned>(pieces[k] / unit);
