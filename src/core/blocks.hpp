@@ -15,7 +15,9 @@
 //                                    K::Next(state, number of the phase) changes it
 //   Near                             a kernel of a narrow range, without Entry, for blocks inside
 //   FirstOfBlock(states, const T* x..., vectors, MaskOf<V>& rare)   First for all of a block in
-//                                    another way, with the same lanes rare; or false, and nothing
+//                                    another way, with the same lanes rare; see `Begun`
+//   Far                              other phases after First for the same states and results, for
+//                                    blocks that FirstOfBlock finds to be far
 //   ResultsOfFirst(T* out, const states, vectors)   the results of a block if First gave them all,
 //                                    or false, and `out` may hold anything
 //   Second(V x..., MaskOf<V>& rare)  a second range, in one step, for lanes that First marks; sets
@@ -101,6 +103,9 @@ requires requires {
     K::Inner::blockLength;
 }
 inline constexpr unsigned long longestBlock<K, T> = K::Inner::blockLength;
+
+/// What FirstOfBlock did: nothing, or all of the first phase.
+enum class Begun { no, yes, far };
 
 /// A kernel that changes the argument of another one.
 template <class K, class V>
@@ -196,11 +201,11 @@ bool EvaluatePhases(Outputs<K, T> out, const Outputs<K, T>* elsewhere, unsigned 
             ((in += lanes), ...);
         });
     };
+    Begun begun = Begun::no;
     if constexpr (requires { K::FirstOfBlock(states, in..., count, rare); }) {
-        if (!K::FirstOfBlock(states, in..., count / lanes, rare)) [[likely]] {
-            begin();
-        }
-    } else {
+        begun = K::FirstOfBlock(states, in..., count / lanes, rare);
+    }
+    if (begun == Begun::no) [[likely]] {
         begin();
     }
     const bool serves = !Any<V>(rare);
@@ -212,6 +217,12 @@ bool EvaluatePhases(Outputs<K, T> out, const Outputs<K, T>* elsewhere, unsigned 
     }
     if constexpr (requires { K::ResultsOfFirst(out[0], states, count); }) {
         if (K::ResultsOfFirst(out[0], states, count / lanes)) {
+            return serves;
+        }
+    }
+    if constexpr (requires { typename K::Far; }) {
+        if (begun == Begun::far) {
+            FinishBlock<typename K::Far, V>(out, states, count / lanes);
             return serves;
         }
     }

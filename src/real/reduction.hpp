@@ -10,8 +10,7 @@
 #ifndef NX_REAL_REDUCTION_HPP
 #define NX_REAL_REDUCTION_HPP
 
-#include <algorithm>
-#include <array>
+#include <bit>
 #include <cmath>
 
 #include "core/lanes.hpp"
@@ -204,27 +203,29 @@ MaskOf<V> IsLarge(V x) {
     return {FlipSignBy(y[0], x), FlipSignBy(y[1], x), FlipSignBy(n, x) + (notZero + C::toInteger)};
 }
 
-/// Puts the remainders of some lanes where they belong, one at a time.
+/// Puts the remainder of one lane where it belongs. Returns whether it is tiny.
 template <Value V>
-[[gnu::noinline]] void ReduceEach(V x, Reduced<V>& reduced, unsigned lanes) {
+bool ReduceLane(int i, ElementOf<V> x, Reduced<V>& reduced) {
     using T = ElementOf<V>;
-    for (; lanes != 0; lanes &= lanes - 1) {
-        const int i = std::countr_zero(lanes);
-        T y[2] = {x[i], T{0}};
-        const int n = IsReduced(x[i]) ? 0 : ReducePio2(x[i], y) + notZero;
-        reduced.head[i] = y[0];
-        reduced.tail[i] = y[1];
-        reduced.quadrant[i] = ReductionConstants<T>::toInteger + static_cast<T>(n);
-    }
+    using C = ReductionConstants<T>;
+    T y[2] = {x, T{0}};
+    const int n = IsReduced(x) ? 0 : ReducePio2(x, y) + notZero;
+    reduced.head[i] = y[0];
+    reduced.tail[i] = y[1];
+    reduced.quadrant[i] = C::toInteger + static_cast<T>(n);
+    return n != 0 && std::fabs(y[0]) < C::tinyHead;
 }
 
 /// Puts right the lanes that are not `served`. Rare: a tiny remainder.
 template <Value V>
 [[gnu::noinline]] Reduced<V> ReduceRest(V x, Reduced<V> reduced, MaskOf<V> served,
                                         MaskOf<V>& rare) {
-    using C = ReductionConstants<ElementOf<V>>;
-    ReduceEach(x, reduced, LaneBits<V>(Not(served)));
-    rare |= Not(served) & Less(Abs(reduced.head), Broadcast<V>(C::tinyHead));
+    for (unsigned lanes = LaneBits<V>(Not(served)); lanes != 0; lanes &= lanes - 1) {
+        const int i = std::countr_zero(lanes);
+        if (ReduceLane(i, x[i], reduced)) {
+            rare |= MaskFromLaneBits<V>(1u << i);
+        }
+    }
     return reduced;
 }
 

@@ -1,4 +1,4 @@
-// The reduction of blocks of `float` arguments of which many are large.
+// The reduction of blocks of `float` arguments of many quadrants.
 //
 // `ReduceLarge` makes head and tail of ten terms, which takes long on lanes. Here the remainder comes
 // first, as a sum of two numbers, and head and tail are made of it:
@@ -26,6 +26,7 @@
 #include <concepts>
 #include <cstdint>
 
+#include "core/blocks.hpp"
 #include "core/lanes.hpp"
 #include "real/basic.hpp"
 #include "real/reduction.hpp"
@@ -36,12 +37,14 @@ namespace nx::real {
 /// first + rest is the remainder.
 struct SplitRemainder {
     f32x4 first, rest;
-    /// The unit of the first byte, as a part of a quadrant; 0 where first and rest are head and tail.
+    /// The unit of the first byte, as a part of a quadrant and before its `StepRounding`; 0 where first
+    /// and rest are head and tail.
     f32x4 unit;
-    f32x4 quadrant;
-    /// Lanes that are left to `ReducePio2`.
-    i32x4 other;
 };
+
+inline i32x4 IsMedium(f32x4 x) {
+    return InRegister(Abs(x) < ReductionConstants<float>::mediumBound);
+}
 
 // Step 1.
 
@@ -52,12 +55,11 @@ inline constexpr float severalParts[] = {0x1.921p0f, 0x1.f6ap-13f, 0x1.11p-26f,
 /// n has 11 bits below this.
 inline constexpr float severalBound = 0x1.92p11f;
 
-/// x less the first part, n times, and which lanes need which other parts.
-struct SeveralParts {
-    f32x4 n, r, quadrant;
-    /// Lanes of the medium range, and of these the ones that need a second step.
-    i32x4 isMedium, needsSecond;
-    i32x4 other;
+/// x less the first part, n times, and the lanes of the medium range that need the second step. A
+/// NaN where the tables are needed.
+struct FirstPartTaken {
+    f32x4 r;
+    i32x4 needsSecond;
 };
 
 /// a with `to` in place of `from`, which a is, where the mask holds.
@@ -65,38 +67,45 @@ inline f32x4 Change(f32x4 a, i32x4 mask, float from, float to) {
     return FromBits<f32x4>(Bits(a) ^ ((u32x4)mask & (Pattern(from) ^ Pattern(to))));
 }
 
-inline SeveralParts ChooseParts(f32x4 x) {
-    using V = f32x4;
-    using C = ReductionConstants<float>;
-    const V quadrant = x * C::invpio2 + C::toInteger;
-    const V n = quadrant - C::toInteger;
-    const V t = Abs(x);
-    const i32x4 isMedium = InRegister(t < C::mediumBound);
-    const V part = Change(Broadcast<V>(severalParts[0]), isMedium, severalParts[0], C::pio2_1);
-    const V r = x - n * part;
-    // As in `ReduceLanes` and `ReduceFurther`.
-    const V size = Abs(r - n * C::pio2_1t);
-    const V exponentOfX = FromBits<V>(Bits(x) & C::exponentMask);
-    const V exponentOfHead = FromBits<V>(Bits(size) & C::exponentMask);
-    const i32x4 again = exponentOfHead * C::firstLossRatio < exponentOfX;
-    const i32x4 isFew = isMedium & (Abs(n) < 32.0f);
-    return {n, r, quadrant, isMedium, again & isMedium & ~isFew, isFew & (size < t * C::kept)};
+inline f32x4 PowerOfTwoBelow(f32x4 x) {
+    return FromBits<f32x4>(Bits(x) & ReductionConstants<float>::exponentMask);
 }
 
-inline SplitRemainder SubtractParts(f32x4 x, const SeveralParts& p) {
+inline FirstPartTaken TakeFirstPart(f32x4 x, f32x4& quadrant) {
     using V = f32x4;
     using C = ReductionConstants<float>;
-    constexpr auto part = [](int i) { return Broadcast<V>(severalParts[i]); };
-    const V part1 = Change(Change(part(1), p.isMedium, severalParts[1], C::pio2_1t), p.needsSecond,
-                           C::pio2_1t, C::pio2_2);
-    const V part2 = Change(Drop(p.isMedium, part(2)), p.needsSecond, 0, C::pio2_2t);
-    const V w = p.n * part1;
-    const V high = p.r - w;
-    const V low = ((p.r - high) - w) - p.n * part2;
+    quadrant = x * C::invpio2 + C::toInteger;
+    const V n = quadrant - C::toInteger;
+    const i32x4 isMedium = IsMedium(x);
+    const V part = Change(Broadcast<V>(severalParts[0]), isMedium, severalParts[0], C::pio2_1);
+    const V r = x - n * part;
+    // As in `ReduceFurther`. Few quadrants have no second step, but may need the tables.
+    const V size = Abs(r - n * C::pio2_1t);
+    const i32x4 isFew = InRegister(Abs(x) < C::manyBound);
+    const V ratio =
+        Change(Broadcast<V>(C::firstLossRatio), isFew, C::firstLossRatio, 0.5f / C::kept);
+    const i32x4 isLost = InRegister((size * ratio < PowerOfTwoBelow(x)) & isMedium);
+    return {FromBits<V>(Bits(r) | (u32x4)(isLost & isFew)), isLost};
+}
+
+inline SplitRemainder TakeOtherParts(f32x4 x, f32x4 quadrant, const FirstPartTaken& taken) {
+    using V = f32x4;
+    using C = ReductionConstants<float>;
+    const auto& [r, needsSecond] = taken;
+    const V n = quadrant - C::toInteger;
+    const i32x4 isMedium = IsMedium(x);
+    const V part1 =
+        Change(Change(Broadcast<V>(severalParts[1]), isMedium, severalParts[1], C::pio2_1t),
+               needsSecond, C::pio2_1t, C::pio2_2);
+    const V part2 = FromBits<V>(Bits(Drop(isMedium, Broadcast<V>(severalParts[2]))) |
+                                Bits(Keep(needsSecond, Broadcast<V>(C::pio2_2t))));
+    const V part3 = Drop(isMedium, Broadcast<V>(severalParts[3]));
+    const V w = n * part1;
+    const V high = r - w;
+    const V low = ((r - high) - w) - n * part2;
     const V first = high + low;
-    const V rest = ((high - first) + low) - p.n * Drop(p.isMedium, part(3));
-    const V exponent = FromBits<V>(Bits(x) & C::exponentMask);
-    return {first, rest, Drop(p.isMedium, exponent * 0x1p-15f), p.quadrant, p.other};
+    const V rest = ((high - first) + low) - n * part3;
+    return {first, rest, Drop(isMedium, PowerOfTwoBelow(x))};
 }
 
 // Step 2.
@@ -189,10 +198,10 @@ inline LargeQuadrants MultiplyByTwoOverPi(const float* x, i32x4& decidedByTail) 
 /// The size of the remainder times 2^60, and its sign.
 struct LargeRemainder {
     u64x2 size[2];
-    u32x4 sign, unit, quadrant;
+    u32x4 sign, unit;
 };
 
-inline LargeRemainder MultiplyByPio2(const LargeQuadrants& q) {
+inline LargeRemainder MultiplyByPio2(const LargeQuadrants& q, f32x4& quadrant) {
     using C = ReductionConstants<float>;
     constexpr std::uint64_t one = UINT64_C(1) << 61;
     constexpr std::uint32_t half = one / 2 >> 32;
@@ -214,7 +223,7 @@ inline LargeRemainder MultiplyByPio2(const LargeQuadrants& q) {
     // each exponent, by turns.
     constexpr std::uint32_t exponent = UINT32_C(1) << 23;
     result.unit = ((q.pattern + 3 * exponent) & (7 * exponent)) + Pattern(0x1p-9f);
-    result.quadrant = Pattern(C::toInteger + notZero) + ((n ^ isNegative) - isNegative);
+    quadrant = FromBits<f32x4>(Pattern(C::toInteger + notZero) + ((n ^ isNegative) - isNegative));
     return result;
 }
 
@@ -229,106 +238,114 @@ inline SplitRemainder Split(const LargeRemainder& r) {
         (u32x4)(first * (0x1p-28f * ReductionConstants<float>::invpio2) < FromBits<V>(r.unit));
     return {first * FromBits<V>(r.sign | Pattern(0x1p-28f)),
             rest * FromBits<V>(r.sign | Pattern(0x1p-55f)),
-            FromBits<V>(r.unit - (isZero & (8u << 23))), FromBits<V>(r.quadrant), i32x4{}};
+            FromBits<V>(r.unit - (isZero & (8u << 23)))};
 }
 
 // Steps 3 and 4.
 
-/// The first term.
-inline f32x4 FirstTerm(const SplitRemainder& r) {
-    constexpr float firstPart = 0x1.92p0f;
-    const auto perUnit = FromBits<f32x4>(2 * Pattern(1.0f) - Bits(r.unit));
-    const auto byte =
-        _mm_cvttps_epi32((__m128)(r.first * (perUnit * ReductionConstants<float>::invpio2)));
-    return __builtin_convertvector((i32x4)byte, f32x4) * (r.unit * firstPart);
-}
+/// How the remainders of a step are rounded: what their unit has to be multiplied by, and below
+/// which head the tail has too few places.
+struct StepRounding {
+    float scale, smallHead;
+};
+inline constexpr StepRounding roundingOfStep1 = {0x1p-15f, 0x1p-17f};
+inline constexpr StepRounding roundingOfStep2 = {1, 0x1p-11f};
 
-/// Head and tail.
-inline Reduced<f32x4> Round(const SplitRemainder& r, f32x4 term, i32x4& other) {
+/// Head and tail. Gives the lanes that are served.
+inline i32x4 Round(const SplitRemainder& r, StepRounding rounding, Reduced<f32x4>& reduced) {
+    using V = f32x4;
+    using C = ReductionConstants<float>;
+    constexpr float firstPart = 0x1.92p0f;
     /// The terms from the third on sum to less than 2 * 2^-7 units: half a place of that, with room
     /// for the roundings before.
     constexpr float halfPlace = 0x1.1p-31f;
-    const f32x4 otherTerms = r.first - term;
-    const f32x4 uncertain = r.unit * halfPlace;
-    const f32x4 head = term + (otherTerms + (r.rest + uncertain));
-    other = r.other | (i32x4)(head != term + (otherTerms + (r.rest - uncertain)));
-    return {head, (r.first - head) + r.rest, r.quadrant};
+    const auto perUnit =
+        FromBits<V>(Pattern(C::invpio2 / rounding.scale) + Pattern(1.0f) - Bits(r.unit));
+    const auto byte = (i32x4)_mm_cvttps_epi32((__m128)(r.first * perUnit));
+    const V firstUnit = r.unit * (rounding.scale * firstPart);
+    const V term = __builtin_convertvector(byte, V) * firstUnit;
+    const V otherTerms = r.first - term;
+    const V uncertain = firstUnit * (halfPlace / firstPart);
+    const V head = term + (otherTerms + (r.rest + uncertain));
+    const i32x4 isOther = head != term + (otherTerms + (r.rest - uncertain));
+    reduced.head = head;
+    reduced.tail = (r.first - head) + r.rest;
+    const std::uint32_t smallHead = 2 * Pattern(rounding.smallHead);
+    const std::uint32_t range = 2 * Pattern(C::nearHalf) - smallHead;
+    constexpr std::uint32_t toSigned = UINT32_C(1) << 31;
+    const u32x4 size = Bits(head) + Bits(head);
+    return InRegister(SignedLess(size - smallHead + toSigned, range + toSigned)) & ~isOther;
 }
 
 /// `medium` in lanes of the medium range, `large` elsewhere.
 inline SplitRemainder Merge(i32x4 isMedium, const SplitRemainder& medium,
                             const SplitRemainder& large) {
     return {Select(isMedium, medium.first, large.first), Select(isMedium, medium.rest, large.rest),
-            Drop(isMedium, large.unit), Select(isMedium, medium.quadrant, large.quadrant),
-            isMedium & medium.other};
+            Drop(isMedium, large.unit)};
 }
 
 /// The reduction of a block, step by step through buffers, so that the chains of several vectors are
-/// in flight. Rare: a tiny remainder.
+/// in flight. Rare: a tiny remainder. Far: n is nowhere 0.
 template <std::derived_from<Reduced<f32x4>> State>
-[[gnu::noinline]] void ReduceManyLarge(State* reduced, const float* x, unsigned long vectors,
-                                       i32x4& rare) {
+[[gnu::noinline]] Begun ReduceManyQuadrants(State* reduced, const float* x, unsigned long vectors,
+                                            i32x4& rare) {
     using V = f32x4;
     using C = ReductionConstants<float>;
-    /// Below this the tail has too few places, but for n = 0, where there is none.
-    constexpr float smallHead = 0x1p-11f;
     constexpr unsigned long most = 16;
+    /// n is not 0 from here on.
+    constexpr float farFrom = 0.8f;
     SplitRemainder remainders[most];
-    V terms[most];
+    i32x4 areFar = ~i32x4{};
     while (vectors != 0) {
         const unsigned long count = std::min(vectors, most);
         const auto argument = [x](unsigned long j) { return Load<V>(x + j * 4); };
-        i32x4 areLarge = ~i32x4{}, areSeveral = ~i32x4{}, decidedByTail{};
-        for (unsigned long j = 0; j < count; ++j) {
-            const V t = Abs(argument(j));
-            areLarge &= ~(t < C::mediumBound);
-            areSeveral &= t < severalBound;
-        }
+        i32x4 decidedByTail{};
+        // What the first vector is like is found out of the others on the way.
+        i32x4 areSeveral = Abs(argument(0)) < severalBound;
+        FirstPartTaken taken[most];
         if (All<V>(areSeveral)) {
-            SeveralParts parts[most];
-            for (unsigned long j = 0; j < count; ++j) {
-                parts[j] = ChooseParts(argument(j));
-            }
-            for (unsigned long j = 0; j < count; ++j) {
-                remainders[j] = SubtractParts(argument(j), parts[j]);
-            }
-            for (unsigned long j = 0; j < count; ++j) {
-                terms[j] = FirstTerm(remainders[j]);
-            }
+            ForEachVector(count, [&](unsigned long j) {
+                const V t = Abs(argument(j));
+                areSeveral &= t < severalBound;
+                areFar &= farFrom <= t;
+                taken[j] = TakeFirstPart(argument(j), reduced[j].quadrant);
+            });
+        }
+        const bool isSeveral = All<V>(areSeveral);
+        if (isSeveral) {
+            ForEachVector(count, [&](unsigned long j) {
+                remainders[j] = TakeOtherParts(argument(j), reduced[j].quadrant, taken[j]);
+            });
         } else {
+            i32x4 areLarge = ~i32x4{};
             LargeQuadrants quadrants[most];
             LargeRemainder larges[most];
-            for (unsigned long j = 0; j < count; ++j) {
+            ForEachVector(count, [&](unsigned long j) {
+                areLarge &= ~(Abs(argument(j)) < C::mediumBound);
                 quadrants[j] = MultiplyByTwoOverPi(x + j * 4, decidedByTail);
-            }
-            for (unsigned long j = 0; j < count; ++j) {
-                larges[j] = MultiplyByPio2(quadrants[j]);
-            }
-            for (unsigned long j = 0; j < count; ++j) {
-                remainders[j] = Split(larges[j]);
-                terms[j] = FirstTerm(remainders[j]);
-            }
+            });
+            ForEachVector(count, [&](unsigned long j) {
+                larges[j] = MultiplyByPio2(quadrants[j], reduced[j].quadrant);
+            });
+            ForEachVector(count, [&](unsigned long j) { remainders[j] = Split(larges[j]); });
             for (unsigned long j = 0; !All<V>(areLarge) && j < count; ++j) {
                 const V v = argument(j);
+                V quadrant;
+                const FirstPartTaken first = TakeFirstPart(v, quadrant);
                 remainders[j] =
-                    Merge(Abs(v) < C::mediumBound, SubtractParts(v, ChooseParts(v)), remainders[j]);
-                terms[j] = FirstTerm(remainders[j]);
+                    Merge(IsMedium(v), TakeOtherParts(v, quadrant, first), remainders[j]);
+                reduced[j].quadrant = Select(IsMedium(v), quadrant, reduced[j].quadrant);
             }
+            areFar &= areLarge;
         }
         std::uint64_t served = 0;
-        for (unsigned long j = 0; j < count; ++j) {
-            i32x4 other;
-            static_cast<Reduced<V>&>(reduced[j]) = Round(remainders[j], terms[j], other);
-            const V size = Abs(reduced[j].head);
-            const i32x4 isSmall = (size < smallHead) & (reduced[j].quadrant != C::toInteger);
-            const i32x4 isServed = ~(other | isSmall) & (size < C::nearHalf);
-            served |= std::uint64_t{LaneBits<V>(isServed)} << (4 * j);
-        }
-        // A zero keeps its sign.
-        for (unsigned long j = 0; !All<V>(areLarge) && j < count; ++j) {
-            const MaskOf<V> isOwn = Equal(reduced[j].quadrant, Broadcast<V>(C::toInteger));
-            reduced[j].head = Select(isOwn, argument(j), reduced[j].head);
-        }
+        const auto round = [&](StepRounding rounding) {
+            ForEachVector(count, [&](unsigned long j) {
+                const i32x4 isServed = Round(remainders[j], rounding, reduced[j]);
+                served |= std::uint64_t{LaneBits<V>(isServed)} << (4 * j);
+            });
+        };
+        isSeveral ? round(roundingOfStep1) : round(roundingOfStep2);
         if (Any<V>(decidedByTail)) [[unlikely]] {
             for (unsigned long j = 0; j < count; ++j) {
                 i32x4 lanes{};
@@ -339,30 +356,31 @@ template <std::derived_from<Reduced<f32x4>> State>
         const unsigned long beyond = 64 - 4 * count;
         for (std::uint64_t others = ~served << beyond >> beyond; others != 0;
              others &= others - 1) {
-            const auto lane = static_cast<unsigned long>(std::countr_zero(others));
-            Reduced<V>& vector = reduced[lane / 4];
-            ReduceEach(argument(lane / 4), vector, 1u << lane % 4);
-            rare |= MaskFromLaneBits<V>(1u << lane % 4) & (Abs(vector.head) < C::tinyHead) &
-                    (vector.quadrant != C::toInteger);
+            const int lane = std::countr_zero(others);
+            if (ReduceLane<V>(lane % 4, x[lane], reduced[lane / 4])) {
+                rare = ~i32x4{};
+            }
         }
         reduced += count;
         x += count * 4;
         vectors -= count;
     }
+    return All<V>(areFar) ? Begun::far : Begun::yes;
 }
 
-/// `ReduceLanes` for a block of `float` whose ends, which stand for all of it, have a large lane.
-/// Otherwise returns false: a few large arguments are faster one at a time.
+/// `ReduceLanes` for a block of `float` whose ends, which stand for all of it, have an argument of
+/// many quadrants: few of these are faster one at a time.
 template <class T, std::derived_from<Reduced<Vector<T>>> State>
-bool ReduceBlock(State* reduced, const T* x, unsigned long vectors, MaskOf<Vector<T>>& rare) {
+Begun ReduceBlock(State* reduced, const T* x, unsigned long vectors, MaskOf<Vector<T>>& rare) {
     if constexpr (Floats<T>) {
-        const f32x4 ends[2] = {Load<f32x4>(x), Load<f32x4>(x + (vectors - 1) * 4)};
-        if (Any<f32x4>(IsLarge(ends[0]) | IsLarge(ends[1]))) {
-            ReduceManyLarge(reduced, x, vectors, rare);
-            return true;
+        const auto areMany = [](f32x4 v) {
+            return (ReductionConstants<T>::manyBound <= Abs(v)) & (Abs(v) < infinity<T>);
+        };
+        if (Any<f32x4>(areMany(Load<f32x4>(x)) | areMany(Load<f32x4>(x + (vectors - 1) * 4)))) {
+            return ReduceManyQuadrants(reduced, x, vectors, rare);
         }
     }
-    return false;
+    return Begun::no;
 }
 
 } // namespace nx::real

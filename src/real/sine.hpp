@@ -209,8 +209,8 @@ struct ReducedPhases {
     using State = Polynomials<V>;
 
     template <class T>
-    static bool FirstOfBlock(Polynomials<Vector<T>>* states, const T* x, unsigned long vectors,
-                             MaskOf<Vector<T>>& rare) {
+    static Begun FirstOfBlock(Polynomials<Vector<T>>* states, const T* x, unsigned long vectors,
+                              MaskOf<Vector<T>>& rare) {
         return ReduceBlock(states, x, vectors, rare);
     }
 
@@ -235,6 +235,12 @@ struct ReducedPhases {
         const V term = Select(near, NearSineTerm(head, s.r), SineTerm(head, tail, s.r));
         return WithSignOf(head + term, head);
     }
+
+    /// The same where n is not 0.
+    template <class V>
+    static V FarSineOfRemainder(const Polynomials<V>& s) {
+        return s.head + SineTerm(s.head, s.tail, s.r);
+    }
 };
 
 struct SinKernel : ReducedPhases {
@@ -254,11 +260,25 @@ struct SinKernel : ReducedPhases {
     };
 
     template <class V>
-    static V Next(const Polynomials<V>& s, Phase<1>) {
+    static V Finish(const Polynomials<V>& s, V sine) {
         const auto n = Bits(s.quadrant);
         const V cosine = SumCosine(s.head, s.p, s.tail);
-        return FlipByQuadrant(Select(IsOdd<V>(n), cosine, SineOfRemainder(s)), n);
+        return FlipByQuadrant(Select(IsOdd<V>(n), cosine, sine), n);
     }
+
+    template <class V>
+    static V Next(const Polynomials<V>& s, Phase<1>) {
+        return Finish(s, SineOfRemainder(s));
+    }
+
+    struct Far : ReducedPhases {
+        using ReducedPhases::Next;
+
+        template <class V>
+        static V Next(const Polynomials<V>& s, Phase<1>) {
+            return Finish(s, FarSineOfRemainder(s));
+        }
+    };
 
     template <class T>
     static T Entry(T x) {
@@ -291,8 +311,7 @@ struct CosKernel : ReducedPhases {
     static V Next(const Polynomials<V>& s, Phase<1>) {
         const auto n = Bits(s.quadrant);
         const V cosine = SumCosine(s.head, s.p, s.tail);
-        const V sine = s.head + SineTerm(s.head, s.tail, s.r);
-        return FlipByQuadrant(Select(IsOdd<V>(n), sine, cosine), n + 1);
+        return FlipByQuadrant(Select(IsOdd<V>(n), FarSineOfRemainder(s), cosine), n + 1);
     }
 
     template <class T>
@@ -333,13 +352,29 @@ struct SinCosKernel : ReducedPhases {
     };
 
     template <class V>
-    static SinCosResult<V> Next(const Polynomials<V>& s, Phase<1>) {
+    static SinCosResult<V> Finish(const Polynomials<V>& s, V sine) {
         const auto n = Bits(s.quadrant);
         const V cosine = SumCosine(s.head, s.p, s.tail);
-        const V sine = SineOfRemainder(s);
         return {FlipByQuadrant(Select(IsOdd<V>(n), cosine, sine), n),
                 FlipByQuadrant(Select(IsOdd<V>(n), sine, cosine), n + 1)};
     }
+
+    template <class V>
+    static SinCosResult<V> Next(const Polynomials<V>& s, Phase<1>) {
+        return Finish(s, SineOfRemainder(s));
+    }
+
+    struct Far : ReducedPhases {
+        using ReducedPhases::Next;
+
+        template <class V>
+        using Results = SinCosResult<V>;
+
+        template <class V>
+        static SinCosResult<V> Next(const Polynomials<V>& s, Phase<1>) {
+            return Finish(s, FarSineOfRemainder(s));
+        }
+    };
 
     template <class T>
     static SinCosResult<T> Entry(T x) {

@@ -176,8 +176,8 @@ struct TanKernel {
     };
 
     template <class T>
-    static bool FirstOfBlock(Reduced<Vector<T>>* states, const T* x, unsigned long vectors,
-                             MaskOf<Vector<T>>& rare) {
+    static Begun FirstOfBlock(Reduced<Vector<T>>* states, const T* x, unsigned long vectors,
+                              MaskOf<Vector<T>>& rare) {
         return ReduceBlock(states, x, vectors, rare);
     }
 
