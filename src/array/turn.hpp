@@ -251,6 +251,11 @@ struct AngleLanes {
     V rest, quarters, exact;
 };
 
+/// Lanes serve angles below this.
+template <class Unit, class T>
+inline constexpr T angleBound =
+    Unit::template turn<T> / 4 * T{sizeof(T) == sizeof(double) ? 0x1p30f : 0x1p12f};
+
 /// Rare: large, infinite, NaN or so small that the steps underflow; what comes to lie just above
 /// turn/8, since the estimate of the quarters is a little low; and what is so close to a whole step
 /// that the rounding of x in steps decides.
@@ -262,14 +267,13 @@ template <class Unit, Value V>
     constexpr T toInteger = real::ReductionConstants<T>::toInteger;
     constexpr T epsilon = std::numeric_limits<T>::epsilon();
     constexpr T tiny = static_cast<T>(Doubles<V> ? 0x1p-900 : 0x1p-100);
-    constexpr T bound = Doubles<V> ? quarter * T{0x1p30f} : quarter * T{0x1p12f};
     const V a = Abs(x);
     const V quarters = a * ((T{1} - 2 * epsilon) / quarter) + toInteger;
     const V rest = a - (quarters - toInteger) * quarter;
     const V steps = rest * Unit::template stepsInUnit<T> + (toInteger + T{4});
     const V off = Unit::Beyond(rest, steps - (toInteger + T{4}));
     const MaskOf<V> between = NotEqual(off, V{});
-    rare |= NotLess(a, Broadcast<V>(bound)) | Less(Broadcast<V>(quarter / 2), rest) |
+    rare |= NotLess(a, Broadcast<V>(angleBound<Unit, T>)) | Less(Broadcast<V>(quarter / 2), rest) |
             (between & Less(Abs(off), a * (Unit::places * epsilon) + tiny));
     const V entry = Gather(table, ((Bits(quarters) << 3) + Bits(steps) + offset) & 31);
     return {rest, quarters, FromBits<V>(Bits(entry) | (BitsOf<V>)between)};

@@ -5,8 +5,9 @@
 //    rests and the others cosines. For the cosine, n is one more.
 // 3. Each list goes through its polynomial, and the values go to where their angles were.
 // Angles next to a whole step of 1/24 turn other than 0, where the result is exact or the rounding of
-// the steps decides, and large ones are left to a kernel that serves all. The others are further from
-// the odd eighths of a turn than the estimate of n is wrong.
+// the steps decides, and single large ones are left to a kernel that serves all. The others are
+// further from the odd eighths of a turn than the estimate of n is wrong. A block of large angles has
+// whole turns dropped first.
 #ifndef NX_ARRAY_TURN_SORTED_HPP
 #define NX_ARRAY_TURN_SORTED_HPP
 
@@ -17,6 +18,7 @@
 #include <limits>
 
 #include "array/turn.hpp"
+#include "array/turn_large.hpp"
 #include "core/blocks.hpp"
 #include "core/lanes.hpp"
 #include "real/sine.hpp"
@@ -45,6 +47,11 @@ inline i32x4 UpperWords(const Group<f32x4>& v) {
 template <class T>
 inline constexpr T toFixedSteps = sizeof(T) == sizeof(double) ? T{0x1.cp20 + 0.5}
                                                               : T{0x1.cp10f + 0.5f};
+
+/// The steps of greater angles are out of that range.
+template <class Unit, class T>
+inline constexpr T sortedBound =
+    T{sizeof(T) == sizeof(double) ? 0x1p18f : 0x1p8f} / Unit::template stepsInUnit<T>;
 
 template <class Unit, Value V>
 V FixedSteps(V angle) {
@@ -324,20 +331,27 @@ struct ExactResults {
     }
 };
 
-/// Values of K for angles that are not worth sorting. Exact ones often come together.
-template <class K, class T>
+/// Values of S, a sorting kernel, for angles that are not worth sorting as they are. Exact ones often
+/// come together.
+template <class S, class T>
 [[gnu::noinline]] void EvaluateOthers(T* out, unsigned long count, const T* x) {
+    using K = typename S::Unsorted;
+    using Unit = typename S::AngleUnit;
     using Exact = ExactResults<K>;
     for (unsigned long i = 0; i < count; i += blockElements<T>) {
         const unsigned long n = std::min(count - i, blockElements<T>);
-        if (!IsNear<Exact, T>(x + i) || !EvaluatePhases<Exact, T>({out + i}, nullptr, n, x + i)) {
-            EvaluateBlock<K, Everywhere, T>({out + i}, n, x + i);
+        if (IsNear<Exact, T>(x + i) && EvaluatePhases<Exact, T>({out + i}, nullptr, n, x + i)) {
+            continue;
         }
+        if (EvaluateLarge<S, Unit>(sortedBound<Unit, T>, out + i, count - i, x + i)) {
+            return;
+        }
+        EvaluateBlock<K, Everywhere, T>({out + i}, n, x + i);
     }
 }
 
-/// The values of sorted angles with others among them, which go to the kernel K.
-template <class K, class Unit, class T>
+/// The values of sorted angles with others among them.
+template <class S, class T>
 [[gnu::noinline]] void EvaluateWithOthers(T* out, SortedAngles<T>& angles, const T* x,
                                           unsigned long count) {
     constexpr unsigned long room = longestSorted + groupSize;
@@ -347,21 +361,21 @@ template <class K, class Unit, class T>
     Indices indices;
     unsigned long found = 0;
     for (unsigned long first = 0; first < count; first += groupSize) {
-        const unsigned left = AreServed<Unit>(all + first) ^ 15;
+        const unsigned left = AreServed<typename S::AngleUnit>(all + first) ^ 15;
         Append(indices + found, left, first);
         found += selections.counts[left];
     }
     if (found > count / 2) {
-        EvaluateOthers<K>(out, count, x);
+        EvaluateOthers<S>(out, count, x);
         return;
     }
     for (unsigned long i = 0; i < found; ++i) {
         others[i] = all[indices[i]];
     }
     std::fill_n(others + found, groupSize, T{0});
-    angles.template Evaluate<Unit>(out);
+    angles.template Evaluate<typename S::AngleUnit>(out);
     constexpr unsigned long lanes = Lanes<Vector<T>>::count;
-    EvaluateOthers<K, T>(values, (found + lanes - 1) / lanes * lanes, others);
+    EvaluateOthers<S, T>(values, (found + lanes - 1) / lanes * lanes, others);
     for (unsigned long i = 0; i < found; ++i) {
         out[indices[i]] = values[i];
     }
@@ -374,22 +388,30 @@ inline constexpr unsigned long shortestSorted = sizeof(T) == sizeof(double) ? 8 
 /// A kernel K of the sine, of so many quarters more, by sorted angles.
 template <class K, class Unit, int quartersMore>
 struct Sorted : K {
+    using Unsorted = K;
+    using AngleUnit = Unit;
     static constexpr unsigned long blockLength = longestSorted;
 
     template <class T>
     static bool WholeBlock(T* out, unsigned long count, const T* x) {
         if (count < shortestSorted<T>) {
-            return false;
+            return EvaluateLarge<Sorted, Unit>(angleBound<Unit, T>, out, count, x);
         }
         // Where the first four and the last are others, more will be.
-        if ((AreServed<Unit>(x) | AreServed<Unit>(x + (count - groupSize))) == 0) [[unlikely]] {
-            EvaluateOthers<K>(out, count, x);
+        const unsigned first = AreServed<Unit>(x);
+        const unsigned last = AreServed<Unit>(x + (count - groupSize));
+        if ((first | last) == 0) [[unlikely]] {
+            EvaluateOthers<Sorted>(out, count, x);
+            return true;
+        }
+        if ((first & last) != 15 &&
+            EvaluateLarge<Sorted, Unit>(sortedBound<Unit, T>, out, count, x)) [[unlikely]] {
             return true;
         }
         SortedAngles<T> angles;
         angles.template Sort<Unit, quartersMore>(x, count);
         if (angles.haveOthers) [[unlikely]] {
-            EvaluateWithOthers<K, Unit>(out, angles, x, count);
+            EvaluateWithOthers<Sorted>(out, angles, x, count);
         } else {
             angles.template Evaluate<Unit>(out);
         }

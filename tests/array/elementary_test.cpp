@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -29,7 +30,16 @@ std::vector<T> Arguments(Random& random, std::size_t count) {
     const auto uniform = [&random](double size) {
         return static_cast<T>(size * (0x1p-52 * static_cast<double>(random.Bits() >> 11) - 1));
     };
-    const auto kind = random.Below(8);
+    // Around exact angles of any size, and where loops over large angles change their way.
+    const auto large = [&random] {
+        constexpr std::uint64_t common = 64, all = std::numeric_limits<T>::max_exponent - 6;
+        const T units[] = {1, 15, 45, -1, -15, -45};
+        const T x = std::ldexp(units[random.Below(6)],
+                               static_cast<int>(random.Below(random.Below(2) != 0 ? common : all)));
+        const T either[] = {x, std::nextafter(x, T{0}), std::nextafter(x, 2 * x), x * T{0.8125f}};
+        return either[random.Below(4)];
+    };
+    const auto kind = random.Below(9);
     if (kind == 0) {
         return random.Operands<T>(count);
     }
@@ -44,7 +54,7 @@ std::vector<T> Arguments(Random& random, std::size_t count) {
     };
     std::vector<T> values(count);
     for (T& x : values) {
-        switch (kind == 7 ? 1 + random.Below(6) : kind) {
+        switch (kind == 8 ? 1 + random.Below(7) : kind) {
         case 1:
             x = uniform(1);
             break;
@@ -52,13 +62,16 @@ std::vector<T> Arguments(Random& random, std::size_t count) {
             x = uniform(3);
             break;
         case 3:
-            x = uniform(1000);
+            x = random.Below(16 * apart) != 0 ? uniform(1000) : large();
             break;
         case 4: // steps of 1/24 turn
             x = stepOrOther(15.0 * (static_cast<double>(random.Below(1201)) - 600));
             break;
         case 5:
             x = stepOrOther((static_cast<double>(random.Below(1201)) - 600) / 12);
+            break;
+        case 6:
+            x = large();
             break;
         default:
             x = random.AnyPattern<T>();

@@ -97,6 +97,26 @@ TYPED_TEST(ExactAngles, AreCorrectlyRounded) {
     }
 }
 
+TYPED_TEST(ExactAngles, OfAnySize) {
+    using T = TypeParam;
+    for (int k = 3; k < std::numeric_limits<T>::max_exponent - 8; ++k) {
+        // 2^k is 8 or 16 more than a multiple of 24.
+        const long rest = k % 2 != 0 ? 8 : -8;
+        for (const long sign : {1, -1}) {
+            const T x = std::ldexp(static_cast<T>(15 * sign), k);
+            const T turns = std::ldexp(static_cast<T>(360 * sign), k);
+            const T zero = std::copysign(T{0}, x);
+            EXPECT_TRUE(Gives<T>(SinD<T>, x, OfTurn<T>(mpfr_sinu, sign * rest)));
+            EXPECT_TRUE(Gives<T>(CosD<T>, x, OfTurn<T>(mpfr_cosu, sign * rest)));
+            EXPECT_TRUE(Gives<T>(TanD<T>, x, OfTurn<T>(mpfr_tanu, sign * rest)));
+            EXPECT_TRUE(Gives<T>(SinD<T>, turns, zero));
+            EXPECT_TRUE(Gives<T>(TanD<T>, turns, zero));
+            EXPECT_TRUE(Gives<T>(SinPi<T>, turns, zero));
+            EXPECT_TRUE(Gives<T>(CosPi<T>, turns, 1));
+        }
+    }
+}
+
 /// A family at one element.
 template <class TDst, class TSrc>
 TDst Of(UnaryCall<TDst, TSrc> family, TSrc x) {
