@@ -59,7 +59,8 @@ inline constexpr float severalBound = 0x1.92p11f;
 /// NaN where the tables are needed.
 struct FirstPartTaken {
     f32x4 r;
-    i32x4 needsSecond;
+    i32x4 needsSecond, isMedium;
+    f32x4 unit;
 };
 
 /// a with `to` in place of `from`, which a is, where the mask holds.
@@ -84,16 +85,16 @@ inline FirstPartTaken TakeFirstPart(f32x4 x, f32x4& quadrant) {
     const i32x4 isFew = InRegister(Abs(x) < C::manyBound);
     const V ratio =
         Change(Broadcast<V>(C::firstLossRatio), isFew, C::firstLossRatio, 0.5f / C::kept);
-    const i32x4 isLost = InRegister((size * ratio < PowerOfTwoBelow(x)) & isMedium);
-    return {FromBits<V>(Bits(r) | (u32x4)(isLost & isFew)), isLost};
+    const V unit = PowerOfTwoBelow(x);
+    const i32x4 isLost = InRegister((size * ratio < unit) & isMedium);
+    return {FromBits<V>(Bits(r) | (u32x4)(isLost & isFew)), isLost, isMedium, Drop(isMedium, unit)};
 }
 
-inline SplitRemainder TakeOtherParts(f32x4 x, f32x4 quadrant, const FirstPartTaken& taken) {
+inline SplitRemainder TakeOtherParts(f32x4 quadrant, const FirstPartTaken& taken) {
     using V = f32x4;
     using C = ReductionConstants<float>;
-    const auto& [r, needsSecond] = taken;
+    const auto& [r, needsSecond, isMedium, unit] = taken;
     const V n = quadrant - C::toInteger;
-    const i32x4 isMedium = IsMedium(x);
     const V part1 =
         Change(Change(Broadcast<V>(severalParts[1]), isMedium, severalParts[1], C::pio2_1t),
                needsSecond, C::pio2_1t, C::pio2_2);
@@ -105,7 +106,7 @@ inline SplitRemainder TakeOtherParts(f32x4 x, f32x4 quadrant, const FirstPartTak
     const V low = ((r - high) - w) - n * part2;
     const V first = high + low;
     const V rest = ((high - first) + low) - n * part3;
-    return {first, rest, Drop(isMedium, PowerOfTwoBelow(x))};
+    return {first, rest, unit};
 }
 
 // Step 2.
@@ -314,7 +315,7 @@ template <std::derived_from<Reduced<f32x4>> State>
         const bool isSeveral = All<V>(areSeveral);
         if (isSeveral) {
             ForEachVector(count, [&](unsigned long j) {
-                remainders[j] = TakeOtherParts(argument(j), reduced[j].quadrant, taken[j]);
+                remainders[j] = TakeOtherParts(reduced[j].quadrant, taken[j]);
             });
         } else {
             i32x4 areLarge = ~i32x4{};
@@ -332,8 +333,7 @@ template <std::derived_from<Reduced<f32x4>> State>
                 const V v = argument(j);
                 V quadrant;
                 const FirstPartTaken first = TakeFirstPart(v, quadrant);
-                remainders[j] =
-                    Merge(IsMedium(v), TakeOtherParts(v, quadrant, first), remainders[j]);
+                remainders[j] = Merge(IsMedium(v), TakeOtherParts(quadrant, first), remainders[j]);
                 reduced[j].quadrant = Select(IsMedium(v), quadrant, reduced[j].quadrant);
             }
             areFar &= areLarge;
