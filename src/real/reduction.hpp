@@ -10,8 +10,11 @@
 #ifndef NX_REAL_REDUCTION_HPP
 #define NX_REAL_REDUCTION_HPP
 
+#include <array>
 #include <bit>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 
 #include "core/lanes.hpp"
 #include "real/basic.hpp"
@@ -22,6 +25,20 @@
 namespace nx::real {
 
 using namespace core;
+
+/// Entry n: what there is of n * pi/2 in a table that begins with n = 1. That one is not looked up.
+template <class F>
+constexpr auto Multiples(const std::array<std::int32_t, 31>& table, F toValue) {
+    std::array<decltype(toValue(0)), 32> all{};
+    for (std::size_t n = 2; n < all.size(); ++n) {
+        all[n] = toValue(table[n - 1]);
+    }
+    return all;
+}
+
+constexpr double FromUpperWord(std::int32_t word) {
+    return std::bit_cast<double>(static_cast<std::int64_t>(word) << 32);
+}
 
 template <class T>
 struct ReductionConstants;
@@ -40,6 +57,7 @@ struct ReductionConstants<double> {
     static constexpr std::int32_t oneWord = 0x4002D97B;
     static constexpr std::int32_t mediumWord = 0x413921FB;
     static constexpr std::int32_t infinityWord = 0x7FF00000;
+    static constexpr double endOfOne = FromUpperWord(oneWord + 1);
     static constexpr int exponentShift = 20;
     /// By how much the exponent may fall in the first and in the second step.
     static constexpr int firstLoss = 16;
@@ -61,7 +79,13 @@ struct ReductionConstants<double> {
     static constexpr double kept = 0x1p-16;
     static constexpr double nearHalf = 0x1.921F8p-1;
     static constexpr double firstLossRatio = 0x1p16;
-    static constexpr double tinyHead = 0x1p-26;
+    static constexpr double secondLossRatio = 0x1p49;
+    static constexpr double firstNextToPio2 = FromUpperWord(0x3FF921FB);
+    static constexpr double endNextToPio2 = FromUpperWord(0x3FF921FC);
+    /// Of an argument, the bits that `MayBeMultiple` looks at, and those of the multiple with n < 32.
+    static constexpr std::uint64_t multipleMask = UINT64_C(0xFFFFFFFF00000000);
+    static constexpr auto multiples =
+        Multiples(Pio2MultipleHighDouble, [](std::int32_t high) { return FromUpperWord(high); });
     static constexpr std::uint64_t exponentMask = UINT64_C(0x7FF0000000000000);
 };
 
@@ -78,6 +102,7 @@ struct ReductionConstants<float> {
     static constexpr std::int32_t oneWord = 0x4016CBE2;
     static constexpr std::int32_t mediumWord = 0x43490F80;
     static constexpr std::int32_t infinityWord = 0x7F800000;
+    static constexpr float endOfOne = std::bit_cast<float>(oneWord + 1);
     static constexpr int exponentShift = 23;
     static constexpr int firstLoss = 8;
     static constexpr int secondLoss = 25;
@@ -100,7 +125,12 @@ struct ReductionConstants<float> {
     static constexpr float kept = 0x1p-14f;
     static constexpr float nearHalf = 0x1.921p-1f;
     static constexpr float firstLossRatio = 0x1p8f;
-    static constexpr float tinyHead = 0x1p-17f;
+    static constexpr float secondLossRatio = 0x1p25f;
+    static constexpr float firstNextToPio2 = std::bit_cast<float>(UINT32_C(0x3FC90FC0));
+    static constexpr float endNextToPio2 = std::bit_cast<float>(UINT32_C(0x3FC90FF0));
+    static constexpr std::uint32_t multipleMask = UINT32_C(0xFFFFFF00);
+    static constexpr auto multiples = Multiples(
+        Pio2MultipleHighSingle, [](std::int32_t bits) { return std::bit_cast<float>(bits); });
     static constexpr std::uint32_t exponentMask = UINT32_C(0x7F800000);
 };
 
@@ -187,93 +217,124 @@ bool All(i32x4 mask) {
 }
 
 /// True in lanes beyond the medium range that are finite.
-template <Value V>
-MaskOf<V> IsLarge(V x) {
-    using T = ElementOf<V>;
-    return LessEqual(Broadcast<V>(ReductionConstants<T>::mediumBound), Abs(x)) &
-           Less(Abs(x), Broadcast<V>(infinity<T>));
+inline i32x4 IsLarge(f64x2 x) {
+    using C = ReductionConstants<double>;
+    return LessEqual(Broadcast<f64x2>(C::mediumBound), Abs(x)) &
+           Less(Abs(x), Broadcast<f64x2>(infinity<double>));
 }
 
-/// The reduction of lanes that are all beyond the medium range. Rare: a tiny remainder.
-[[gnu::noinline]] inline Reduced<f64x2> ReduceLargeLanes(f64x2 x, i32x4& rare) {
+// Some kernels have a formula of their own for a tiny remainder. The parameter K of these functions is
+// such a kernel: K::Settle(Reduced<V>&, MaskOf<V>& rare) either makes it rare or changes the tail, so
+// that the phases give the same.
+
+/// The reduction of lanes that are all beyond the medium range.
+[[gnu::noinline]] inline Reduced<f64x2> ReduceLargeLanes(f64x2 x) {
     using C = ReductionConstants<double>;
     f64x2 y[2];
     const f64x2 n = ReduceLarge(Abs(x), y);
-    rare |= Less(Abs(y[0]), Broadcast<f64x2>(C::tinyHead));
     return {FlipSignBy(y[0], x), FlipSignBy(y[1], x), FlipSignBy(n, x) + (notZero + C::toInteger)};
 }
 
-/// Puts the remainder of one lane where it belongs. Returns whether it is tiny.
+/// Puts the remainder of one lane where it belongs.
 template <Value V>
-bool ReduceLane(int i, ElementOf<V> x, Reduced<V>& reduced) {
+void ReduceLane(int i, ElementOf<V> x, Reduced<V>& reduced) {
     using T = ElementOf<V>;
-    using C = ReductionConstants<T>;
     T y[2] = {x, T{0}};
     const int n = IsReduced(x) ? 0 : ReducePio2(x, y) + notZero;
     reduced.head[i] = y[0];
     reduced.tail[i] = y[1];
-    reduced.quadrant[i] = C::toInteger + static_cast<T>(n);
-    return n != 0 && std::fabs(y[0]) < C::tinyHead;
+    reduced.quadrant[i] = ReductionConstants<T>::toInteger + static_cast<T>(n);
 }
 
-/// Puts right the lanes that are not `served`. Rare: a tiny remainder.
+/// Puts right the lanes that are not `served`.
 template <Value V>
-[[gnu::noinline]] Reduced<V> ReduceRest(V x, Reduced<V> reduced, MaskOf<V> served,
-                                        MaskOf<V>& rare) {
+[[gnu::noinline]] Reduced<V> ReduceRest(V x, Reduced<V> reduced, MaskOf<V> served) {
     for (unsigned lanes = LaneBits<V>(Not(served)); lanes != 0; lanes &= lanes - 1) {
         const int i = std::countr_zero(lanes);
-        if (ReduceLane(i, x[i], reduced)) {
-            rare |= MaskFromLaneBits<V>(1u << i);
-        }
+        ReduceLane(i, x[i], reduced);
     }
     return reduced;
 }
 
-/// A first step on lanes: what is left, and where that is the remainder.
+/// The steps of `ReducePio2` for the medium range. n is the one of those too.
 template <Value V>
-struct FirstStep {
-    V fn, r;
-    Reduced<V> reduced;
-    MaskOf<V> certain, done;
-};
-
-/// Lanes that the first step alone does not serve: a second one, and the scalar function where that
-/// does not do. Lanes of `double` that are all large have a reduction of their own.
-template <Value V>
-[[gnu::noinline]] Reduced<V> ReduceFurther(V x, FirstStep<V> step, MaskOf<V>& rare) {
-    using C = ReductionConstants<ElementOf<V>>;
-    if constexpr (Doubles<V>) {
-        if (All<V>(IsLarge(x))) {
-            return ReduceLargeLanes(x, rare);
-        }
-    }
-    const auto& [fn, r, first, certain, done] = step;
-    const V w2 = fn * C::pio2_2;
-    const V r2 = r - w2;
-    const V rest = fn * C::pio2_2t - ((r - r2) - w2);
-    const V head2 = r2 - rest;
+Reduced<V> ReduceMedium(V x) {
+    using T = ElementOf<V>;
+    using C = ReductionConstants<T>;
+    const V t = Abs(x);
+    const V rounded = t * C::invpio2 + T{0.5};
+    const V nearest = (rounded + C::toInteger) - C::toInteger;
+    const V atLeast1 = Select(Less(t, Broadcast<V>(C::endOfOne)), Broadcast<V>(1),
+                              nearest - Keep(Less(rounded, nearest), Broadcast<V>(1)));
+    const V n = Drop(Less(t, Broadcast<V>(C::near)), atLeast1);
+    V r = t - n * C::pio2_1;
+    V w = n * C::pio2_1t;
     // Whether the exponent falls too far, by comparing powers of two.
     const V exponentOfX = FromBits<V>(Bits(x) & C::exponentMask);
-    const V exponentOfHead = FromBits<V>(Bits(first.head) & C::exponentMask);
-    const MaskOf<V> again = Less(exponentOfHead * C::firstLossRatio, exponentOfX);
-    const MaskOf<V> many = LessEqual(Broadcast<V>(32), Abs(fn));
-    const MaskOf<V> enough = Not(again) | LessEqual(Broadcast<V>(C::tinyHead), Abs(head2));
-    const MaskOf<V> served =
-        done | (many & certain & enough & Less(Abs(x), Broadcast<V>(C::mediumBound)));
-    const MaskOf<V> second = again & Not(done);
-    const Reduced<V> reduced{Select(second, head2, first.head),
-                             Select(second, (r2 - head2) - rest, first.tail), first.quadrant};
-    return All<V>(served) ? reduced : ReduceRest(x, reduced, served, rare);
+    const auto falls = [&](T ratio) {
+        return Less(FromBits<V>(Bits(r - w) & C::exponentMask) * ratio, exponentOfX);
+    };
+    const auto take = [&](MaskOf<V> where, T part, T rest) {
+        const V taken = n * part;
+        const V left = r - taken;
+        w = Select(where, n * rest - ((r - left) - taken), w);
+        r = Select(where, left, r);
+    };
+    MaskOf<V> again = falls(C::firstLossRatio);
+    MaskOf<V> isNext{};
+    const MaskOf<V> isMany = LessEqual(Broadcast<V>(32), n);
+    if (!All<V>(isMany)) {
+        isNext = LessEqual(Broadcast<V>(C::firstNextToPio2), t) &
+                 Less(t, Broadcast<V>(C::endNextToPio2));
+        const V multiple = Gather(C::multiples.data(), Bits(n + C::toInteger) & 31);
+        again &= isMany | isNext | Equal(Masked(t, C::multipleMask), multiple);
+    }
+    if (Any<V>(again)) {
+        take(again, C::pio2_2, C::pio2_2t);
+        again &= Not(isNext) & falls(C::secondLossRatio);
+        if (Any<V>(again)) {
+            take(again, C::pio2_3, C::pio2_3t);
+        }
+    }
+    const V head = r - w;
+    return {FlipSignBy(head, x), FlipSignBy((r - head) - w, x), FlipSignBy(n, x) + C::toInteger};
 }
 
-/// The reduction on lanes; what `IsReduced` stays as it is. Rare: a tiny remainder.
+/// The reduction of lanes that are not all of the medium range: of the others one at a time, but for
+/// those of `double` that are all large.
+template <Value V>
+Reduced<V> ReduceOthers(V x, MaskOf<V> isMedium) {
+    if constexpr (Doubles<V>) {
+        if (All<V>(IsLarge(x))) {
+            return ReduceLargeLanes(x);
+        }
+    }
+    return ReduceRest(x, ReduceMedium(x), isMedium);
+}
+
+/// Lanes that the first step alone may not serve.
+template <class K, Value V>
+[[gnu::noinline]] Reduced<V> ReduceFurther(V x, MaskOf<V>& rare) {
+    Reduced<V> reduced;
+    const MaskOf<V> isMedium =
+        Less(Abs(x), Broadcast<V>(ReductionConstants<ElementOf<V>>::mediumBound));
+    if (All<V>(isMedium)) {
+        reduced = ReduceMedium(x);
+    } else {
+        reduced = ReduceOthers(x, isMedium);
+    }
+    K::Settle(reduced, rare);
+    return reduced;
+}
+
+/// The reduction on lanes; what `IsReduced` stays as it is.
 ///
 /// The nearest integer comes from adding and subtracting 1.5 * 2^52 (`float` 1.5 * 2^23). It can be
 /// another one than that of `ReducePio2`, and another than 0 for what `IsReduced`, only next to the
 /// middle between two multiples, where the head is `nearHalf` or more. For n = 1 the first step is
 /// that of the range with a formula of its own. A head of `kept` times |x| or more is too large for
 /// a multiple of pi/2 by the tables, and for a second step, except from n = 32 on in `float`.
-template <Value V>
+template <class K, Value V>
 // A call for each vector would cost a third of a sine.
 [[gnu::always_inline]] inline Reduced<V> ReduceLanes(V x, MaskOf<V>& rare) {
     using C = ReductionConstants<ElementOf<V>>;
@@ -286,12 +347,11 @@ template <Value V>
 
     const V t = Abs(x);
     const V size = Abs(head);
-    const MaskOf<V> certain = Less(size, Broadcast<V>(C::nearHalf));
-    MaskOf<V> done = certain & LessEqual(t * C::kept, size);
+    MaskOf<V> done = Less(size, Broadcast<V>(C::nearHalf)) & LessEqual(t * C::kept, size);
     if constexpr (Floats<V>) {
         done &= Less(t, Broadcast<V>(C::manyBound));
     }
-    return All<V>(done) ? first : ReduceFurther<V>(x, {fn, r, first, certain, done}, rare);
+    return All<V>(done) ? first : ReduceFurther<K>(x, rare);
 }
 
 } // namespace nx::real

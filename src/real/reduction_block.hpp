@@ -249,7 +249,7 @@ inline SplitRemainder Split(const LargeRemainder& r) {
 struct StepRounding {
     float scale, smallHead;
 };
-inline constexpr StepRounding roundingOfStep1 = {0x1p-15f, 0x1p-17f};
+inline constexpr StepRounding roundingOfStep1 = {0x1p-15f, 0x1p-24f};
 inline constexpr StepRounding roundingOfStep2 = {1, 0x1p-11f};
 
 /// Head and tail. Gives the lanes that are served.
@@ -286,8 +286,8 @@ inline SplitRemainder Merge(i32x4 isMedium, const SplitRemainder& medium,
 }
 
 /// The reduction of a block, step by step through buffers, so that the chains of several vectors are
-/// in flight. Rare: a tiny remainder. Far: n is nowhere 0.
-template <std::derived_from<Reduced<f32x4>> State>
+/// in flight. For K see `ReduceLanes`. Far: n is nowhere 0.
+template <class K, std::derived_from<Reduced<f32x4>> State>
 [[gnu::noinline]] Begun ReduceManyQuadrants(State* reduced, const float* x, unsigned long vectors,
                                             i32x4& rare) {
     using V = f32x4;
@@ -354,11 +354,20 @@ template <std::derived_from<Reduced<f32x4>> State>
             }
         }
         const unsigned long beyond = 64 - 4 * count;
-        for (std::uint64_t others = ~served << beyond >> beyond; others != 0;
-             others &= others - 1) {
+        served |= ~(~std::uint64_t{} << beyond >> beyond);
+        if (~served != 0 && !All<V>(areFar)) {
+            // What is its own remainder may be small.
+            for (unsigned long j = 0; j < count; ++j) {
+                const i32x4 isOwn = reduced[j].quadrant == C::toInteger;
+                reduced[j].head = Select(isOwn, argument(j), reduced[j].head);
+                served |= std::uint64_t{LaneBits<V>(isOwn)} << (4 * j);
+            }
+        }
+        for (std::uint64_t others = ~served; others != 0; others &= others - 1) {
             const int lane = std::countr_zero(others);
-            if (ReduceLane<V>(lane % 4, x[lane], reduced[lane / 4])) {
-                rare = ~i32x4{};
+            ReduceLane<V>(lane % 4, x[lane], reduced[lane / 4]);
+            if (std::fabs(reduced[lane / 4].head[lane % 4]) < roundingOfStep1.smallHead) {
+                K::Settle(static_cast<Reduced<V>&>(reduced[lane / 4]), rare);
             }
         }
         reduced += count;
@@ -368,16 +377,19 @@ template <std::derived_from<Reduced<f32x4>> State>
     return All<V>(areFar) ? Begun::far : Begun::yes;
 }
 
-/// `ReduceLanes` for a block of `float` whose ends, which stand for all of it, have an argument of
-/// many quadrants: few of these are faster one at a time.
-template <class T, std::derived_from<Reduced<Vector<T>>> State>
+/// `ReduceLanes` for a block of `float` whose ends, which stand for all of it, have several arguments
+/// of many quadrants: few of these are faster one at a time.
+template <class K, class T, std::derived_from<Reduced<Vector<T>>> State>
 Begun ReduceBlock(State* reduced, const T* x, unsigned long vectors, MaskOf<Vector<T>>& rare) {
     if constexpr (Floats<T>) {
         const auto areMany = [](f32x4 v) {
-            return (ReductionConstants<T>::manyBound <= Abs(v)) & (Abs(v) < infinity<T>);
+            return LaneBits<f32x4>((ReductionConstants<T>::manyBound <= Abs(v)) &
+                                   (Abs(v) < infinity<T>));
         };
-        if (Any<f32x4>(areMany(Load<f32x4>(x)) | areMany(Load<f32x4>(x + (vectors - 1) * 4)))) {
-            return ReduceManyQuadrants(reduced, x, vectors, rare);
+        const unsigned many =
+            areMany(Load<f32x4>(x)) << 4 | areMany(Load<f32x4>(x + (vectors - 1) * 4));
+        if ((many & (many - 1)) != 0) {
+            return ReduceManyQuadrants<K>(reduced, x, vectors, rare);
         }
     }
     return Begun::no;

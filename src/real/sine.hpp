@@ -211,12 +211,19 @@ struct ReducedPhases {
     template <class T>
     static Begun FirstOfBlock(Polynomials<Vector<T>>* states, const T* x, unsigned long vectors,
                               MaskOf<Vector<T>>& rare) {
-        return ReduceBlock(states, x, vectors, rare);
+        return ReduceBlock<ReducedPhases>(states, x, vectors, rare);
     }
 
     template <class V>
     static Reduced<V> First(V x, MaskOf<V>& rare) {
-        return ReduceLanes(x, rare);
+        return ReduceLanes<ReducedPhases>(x, rare);
+    }
+
+    /// Without its tail a tiny remainder is its own sine.
+    template <class V>
+    static void Settle(Reduced<V>& reduced, MaskOf<V>&) {
+        constexpr auto tiny = SineConstants<ElementOf<V>>::tiny;
+        reduced.tail = Drop(Less(Abs(reduced.head), Broadcast<V>(tiny)), reduced.tail);
     }
 
     template <class V>

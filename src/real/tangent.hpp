@@ -46,6 +46,7 @@ struct TangentConstants<double> {
     static constexpr double big = std::bit_cast<double>(UINT64_C(0x3FE5942800000000));
     /// Below this upper word the tangent is x.
     static constexpr std::uint32_t tinyWord = 0x3E300000;
+    static constexpr double tiny = FromUpperWord(tinyWord);
     /// The upper half of a value.
     static constexpr std::uint64_t highMask = UINT64_C(0xFFFFFFFF00000000);
 };
@@ -64,6 +65,7 @@ struct TangentConstants<float> {
 
     static constexpr float big = std::bit_cast<float>(UINT32_C(0x3F2CA57A));
     static constexpr std::uint32_t tinyWord = 0x31800016;
+    static constexpr float tiny = std::bit_cast<float>(tinyWord);
     static constexpr std::uint32_t highMask = UINT32_C(0xFFFFF000);
 };
 
@@ -178,12 +180,21 @@ struct TanKernel {
     template <class T>
     static Begun FirstOfBlock(Reduced<Vector<T>>* states, const T* x, unsigned long vectors,
                               MaskOf<Vector<T>>& rare) {
-        return ReduceBlock(states, x, vectors, rare);
+        return ReduceBlock<TanKernel>(states, x, vectors, rare);
     }
 
     template <class V>
     static Reduced<V> First(V x, MaskOf<V>& rare) {
-        return ReduceLanes(x, rare);
+        return ReduceLanes<TanKernel>(x, rare);
+    }
+
+    /// Without its tail a tiny remainder is its own tangent. The reciprocal has a formula of its own.
+    template <class V>
+    static void Settle(Reduced<V>& reduced, MaskOf<V>& rare) {
+        constexpr auto tiny = TangentConstants<ElementOf<V>>::tiny;
+        const MaskOf<V> isTiny = Less(Abs(reduced.head), Broadcast<V>(tiny));
+        reduced.tail = Drop(isTiny, reduced.tail);
+        rare |= isTiny & IsOdd<V>(Bits(reduced.quadrant));
     }
 
     /// In `float` the polynomial is too short for a phase of its own.

@@ -246,10 +246,10 @@ TEST(ReductionOfFloat, OfABlockHasTheResultsOfOneElement) {
         const unsigned long vectors = 1 + random.Below(mostVectors);
         float x[4 * mostVectors];
         std::generate_n(x, 4 * vectors, [&] { return any(block % 2 == 0); });
-        x[0] = block % 2 == 0 ? 1e6f : 50.0f;
+        x[0] = x[1] = block % 2 == 0 ? 1e6f : 50.0f;
         real::Reduced<core::f32x4> reduced[mostVectors];
         core::i32x4 rare{};
-        const core::Begun begun = real::ReduceBlock(reduced, x, vectors, rare);
+        const core::Begun begun = real::ReduceBlock<real::SinKernel>(reduced, x, vectors, rare);
         ASSERT_NE(begun, core::Begun::no);
         for (unsigned long i = 0; i < 4 * vectors; ++i) {
             const float head = reduced[i / 4].head[i % 4], tail = reduced[i / 4].tail[i % 4];
@@ -265,7 +265,9 @@ TEST(ReductionOfFloat, OfABlockHasTheResultsOfOneElement) {
             ASSERT_NE(quadrant, Constants::toInteger) << Show(x[i]);
             if (!(std::fabs(x[i]) >= Constants::mediumBound)) {
                 ASSERT_TRUE(SameBits(head, want[0])) << Show(x[i]);
-                ASSERT_TRUE(SameBits(tail, want[1]) || (tail == 0 && want[1] == 0)) << Show(x[i]);
+                ASSERT_TRUE(SameBits(tail, want[1]) || (tail == 0 && want[1] == 0) ||
+                            std::fabs(head) < 0x1p-17f)
+                    << Show(x[i]);
             }
             ASSERT_TRUE(HaveSameResults(reduced, i, n, want)) << Show(x[i]);
         }
@@ -282,7 +284,8 @@ TEST(ReductionOfFloat, OfABlockHasTheResultsWhereTheTailDecides) {
     }
     real::Reduced<core::f32x4> reduced[8];
     core::i32x4 rare{};
-    ASSERT_EQ(real::ReduceBlock(reduced, x.data(), x.size() / 4, rare), core::Begun::far);
+    ASSERT_EQ(real::ReduceBlock<real::SinKernel>(reduced, x.data(), x.size() / 4, rare),
+              core::Begun::far);
     for (std::size_t i = 0; i < x.size(); ++i) {
         float want[2];
         const int n = real::ReducePio2(x[i], want);
