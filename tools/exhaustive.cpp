@@ -51,25 +51,25 @@ void FillChunk(std::vector<double>& x, const std::vector<AccuracyRange<double>>&
     }
 }
 
-/// The results over lanes with a huge argument before every 63 of x: a block may go another way for
-/// one of its elements.
+/// The results over lanes with two other arguments before every 62 of x: a block may go another way
+/// for some of its elements.
 template <class T>
-std::vector<T> BesideHuge(const UnaryFunction<T>& function, const std::vector<T>& x) {
-    constexpr std::size_t apart = 63;
+std::vector<T> Beside(T other, const UnaryFunction<T>& function, const std::vector<T>& x) {
+    constexpr std::size_t apart = 62;
     std::vector<T> mixed, results;
     for (std::size_t i = 0; i < x.size(); ++i) {
         if (i % apart == 0) {
-            mixed.push_back(std::numeric_limits<T>::max());
+            mixed.insert(mixed.end(), 2, other);
         }
         mixed.push_back(x[i]);
     }
     // Whole vectors: the others are elements of their own.
     while (mixed.size() % core::Lanes<core::Vector<T>>::count != 0) {
-        mixed.push_back(std::numeric_limits<T>::max());
+        mixed.push_back(other);
     }
     function.lanes(mixed.data(), mixed.data(), 1, 1, mixed.size());
     for (std::size_t i = 0; i < x.size(); ++i) {
-        results.push_back(mixed[i + i / apart + 1]);
+        results.push_back(mixed[i + 2 * (i / apart) + 2]);
     }
     return results;
 }
@@ -80,16 +80,17 @@ std::optional<std::string> CheckKernel(const UnaryFunction<T>& function, std::ui
     std::vector<T> x(chunkElements), lanes(chunkElements);
     FillChunk(x, function.ranges, chunk);
     function.lanes(lanes.data(), x.data(), 1, 1, x.size());
-    const std::vector<T> besideHuge = BesideHuge(function, x);
+    const std::vector<T> besideHuge = Beside(std::numeric_limits<T>::max(), function, x);
+    const std::vector<T> besideMedium = Beside(T{60}, function, x);
     for (std::size_t i = 0; i < x.size(); ++i) {
         const T kernel = function.kernel(x[i]);
         const T reference = function.reference(x[i]);
         if (!function.same(lanes[i], kernel) || !function.same(besideHuge[i], kernel) ||
-            !function.same(kernel, reference)) {
+            !function.same(besideMedium[i], kernel) || !function.same(kernel, reference)) {
             std::ostringstream what;
             what << Show(x[i]) << ": lanes " << Show(lanes[i]) << ", beside huge arguments "
-                 << Show(besideHuge[i]) << ", kernel " << Show(kernel) << ", reference "
-                 << Show(reference);
+                 << Show(besideHuge[i]) << ", beside 60 " << Show(besideMedium[i]) << ", kernel "
+                 << Show(kernel) << ", reference " << Show(reference);
             return what.str();
         }
     }

@@ -88,13 +88,16 @@ template <class K, class Unit, class T>
     EvaluateBlock<K, Everywhere, T>({out}, count, static_cast<const T*>(rests));
 }
 
-/// The same if the first or the last vector has an angle beyond a bound: more will be. Otherwise
-/// false.
+/// Values of K for a block of angles without their turns, if the first or the last vector has a finite
+/// angle from a bound on: more will be. Otherwise false.
 template <class K, class Unit, class T>
 bool EvaluateLarge(T bound, T* out, unsigned long count, const T* x) {
     using V = Vector<T>;
-    const V first = Abs(Load<V>(x)), last = Abs(Load<V>(x + (count - Lanes<V>::count)));
-    if (!Any<V>(Less(Broadcast<V>(bound), first) | Less(Broadcast<V>(bound), last))) [[likely]] {
+    const auto areLarge = [bound](V v) {
+        return LessEqual(Broadcast<V>(bound), Abs(v)) & Less(Abs(v), Broadcast<V>(infinity<T>));
+    };
+    if (!Any<V>(areLarge(Load<V>(x)) | areLarge(Load<V>(x + (count - Lanes<V>::count)))))
+        [[likely]] {
         return false;
     }
     EvaluateWithoutTurns<K, Unit>(out, count, x);

@@ -48,7 +48,7 @@ template <class T>
 inline constexpr T toFixedSteps = sizeof(T) == sizeof(double) ? T{0x1.cp20 + 0.5}
                                                               : T{0x1.cp10f + 0.5f};
 
-/// The steps of greater angles are out of that range.
+/// Angles from here on are out of that range, or next to its end.
 template <class Unit, class T>
 inline constexpr T sortedBound =
     T{sizeof(T) == sizeof(double) ? 0x1p18f : 0x1p8f} / Unit::template stepsInUnit<T>;

@@ -15,7 +15,7 @@
 //                                    K::Next(state, number of the phase) changes it
 //   Near                             a kernel of a narrow range, without Entry, for blocks inside
 //   FirstOfBlock(states, const T* x..., vectors, MaskOf<V>& rare)   First for all of a block in
-//                                    another way, with the same lanes rare; see `Begun`
+//                                    another way, with some lane rare if one is; see `Begun`
 //   Far                              other phases after First for the same states and results, for
 //                                    blocks that FirstOfBlock finds to be far
 //   ResultsOfFirst(T* out, const states, vectors)   the results of a block if First gave them all,
@@ -104,7 +104,7 @@ requires requires {
 }
 inline constexpr unsigned long longestBlock<K, T> = K::Inner::blockLength;
 
-/// What FirstOfBlock did: nothing, or all of the first phase.
+/// What FirstOfBlock did: nothing, or all of the first phase. If far, the phases of K::Far serve too.
 enum class Begun { no, yes, far };
 
 /// A kernel that changes the argument of another one.

@@ -315,14 +315,9 @@ Reduced<V> ReduceOthers(V x, MaskOf<V> isMedium) {
 /// Lanes that the first step alone may not serve.
 template <class K, Value V>
 [[gnu::noinline]] Reduced<V> ReduceFurther(V x, MaskOf<V>& rare) {
-    Reduced<V> reduced;
     const MaskOf<V> isMedium =
         Less(Abs(x), Broadcast<V>(ReductionConstants<ElementOf<V>>::mediumBound));
-    if (All<V>(isMedium)) {
-        reduced = ReduceMedium(x);
-    } else {
-        reduced = ReduceOthers(x, isMedium);
-    }
+    Reduced<V> reduced = All<V>(isMedium) ? ReduceMedium(x) : ReduceOthers(x, isMedium);
     K::Settle(reduced, rare);
     return reduced;
 }

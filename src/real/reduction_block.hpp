@@ -55,8 +55,8 @@ inline constexpr float severalParts[] = {0x1.921p0f, 0x1.f6ap-13f, 0x1.11p-26f,
 /// n has 11 bits below this.
 inline constexpr float severalBound = 0x1.92p11f;
 
-/// x less the first part, n times, and the lanes of the medium range that need the second step. A
-/// NaN where the tables are needed.
+/// x less the first part, n times, and which lanes of the medium range need the second step. r is a
+/// NaN where the tables of multiples may decide about that.
 struct FirstPartTaken {
     f32x4 r;
     i32x4 needsSecond, isMedium;
@@ -80,7 +80,8 @@ inline FirstPartTaken TakeFirstPart(f32x4 x, f32x4& quadrant) {
     const i32x4 isMedium = IsMedium(x);
     const V part = Change(Broadcast<V>(severalParts[0]), isMedium, severalParts[0], C::pio2_1);
     const V r = x - n * part;
-    // As in `ReduceFurther`. Few quadrants have no second step, but may need the tables.
+    // As in `ReduceMedium`. Where n < 32, the tables know multiples of pi/2, which leave less than
+    // `kept` times x; at the end of that, from `manyBound` on, no remainder is so small.
     const V size = Abs(r - n * C::pio2_1t);
     const i32x4 isFew = InRegister(Abs(x) < C::manyBound);
     const V ratio =
@@ -249,6 +250,7 @@ inline SplitRemainder Split(const LargeRemainder& r) {
 struct StepRounding {
     float scale, smallHead;
 };
+/// Below 2^-17, 47 arguments of the medium range have another tail, but no other results.
 inline constexpr StepRounding roundingOfStep1 = {0x1p-15f, 0x1p-24f};
 inline constexpr StepRounding roundingOfStep2 = {1, 0x1p-11f};
 
@@ -301,7 +303,7 @@ template <class K, std::derived_from<Reduced<f32x4>> State>
         const unsigned long count = std::min(vectors, most);
         const auto argument = [x](unsigned long j) { return Load<V>(x + j * 4); };
         i32x4 decidedByTail{};
-        // What the first vector is like is found out of the others on the way.
+        // The first vector tells which step to try, and the others are looked at on the way.
         i32x4 areSeveral = Abs(argument(0)) < severalBound;
         FirstPartTaken taken[most];
         if (All<V>(areSeveral)) {
@@ -356,7 +358,7 @@ template <class K, std::derived_from<Reduced<f32x4>> State>
         const unsigned long beyond = 64 - 4 * count;
         served |= ~(~std::uint64_t{} << beyond >> beyond);
         if (~served != 0 && !All<V>(areFar)) {
-            // What is its own remainder may be small.
+            // What is its own remainder may be small. Zeros get their sign back.
             for (unsigned long j = 0; j < count; ++j) {
                 const i32x4 isOwn = reduced[j].quadrant == C::toInteger;
                 reduced[j].head = Select(isOwn, argument(j), reduced[j].head);
