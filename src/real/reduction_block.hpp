@@ -379,18 +379,22 @@ template <class K, std::derived_from<Reduced<f32x4>> State>
     return All<V>(areFar) ? Begun::far : Begun::yes;
 }
 
-/// `ReduceLanes` for a block of `float` whose ends, which stand for all of it, have several arguments
-/// of many quadrants: few of these are faster one at a time.
+/// `ReduceLanes` for a block of `float` whose ends, which stand for all of it, have a large argument,
+/// or several of many quadrants: few of these are faster one at a time.
 template <class K, class T, std::derived_from<Reduced<Vector<T>>> State>
 Begun ReduceBlock(State* reduced, const T* x, unsigned long vectors, MaskOf<Vector<T>>& rare) {
     if constexpr (Floats<T>) {
-        const auto areMany = [](f32x4 v) {
-            return LaneBits<f32x4>((ReductionConstants<T>::manyBound <= Abs(v)) &
-                                   (Abs(v) < infinity<T>));
+        using V = Vector<T>;
+        const V ends[2] = {Abs(Load<V>(x)), Abs(Load<V>(x + (vectors - 1) * 4))};
+        const auto areFrom = [&ends](T bound) {
+            const auto bits = [bound](V t) {
+                return LaneBits<V>((bound <= t) & (t < infinity<T>));
+            };
+            return bits(ends[0]) << 4 | bits(ends[1]);
         };
-        const unsigned many =
-            areMany(Load<f32x4>(x)) << 4 | areMany(Load<f32x4>(x + (vectors - 1) * 4));
-        if ((many & (many - 1)) != 0) {
+        using C = ReductionConstants<T>;
+        const unsigned many = areFrom(C::manyBound);
+        if ((many & (many - 1)) != 0 || areFrom(C::mediumBound) != 0) {
             return ReduceManyQuadrants<K>(reduced, x, vectors, rare);
         }
     }
