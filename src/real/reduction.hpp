@@ -10,6 +10,7 @@
 #ifndef NX_REAL_REDUCTION_HPP
 #define NX_REAL_REDUCTION_HPP
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -347,6 +348,29 @@ template <class K, Value V>
         done &= Less(t, Broadcast<V>(C::manyBound));
     }
     return All<V>(done) ? first : ReduceFurther<K>(x, rare);
+}
+
+/// Whether a lane is next to a multiple of pi/2 of the medium range.
+inline bool HasMultiple(f64x2 x) {
+    using C = ReductionConstants<double>;
+    const f64x2 n = (x * C::invpio2 + C::toInteger) - C::toInteger;
+    const f64x2 head = (x - n * C::pio2_1) - n * C::pio2_1t;
+    return Any<f64x2>(Less(Abs(head), Broadcast<f64x2>(0x1p-26)) & NotEqual(n, f64x2{}) &
+                      Less(Abs(x), Broadcast<f64x2>(C::mediumBound)));
+}
+
+/// Results of K for a block of `double` with a rounded multiple of pi/2 at an end, as grids of
+/// angles have them. On lanes each of these takes all steps, and then one element is faster, as its
+/// branches are foretold. Otherwise false.
+template <class K, class T>
+bool EvaluateMultiples(T* out, unsigned long count, const T* x) {
+    if constexpr (Doubles<T>) {
+        if (HasMultiple(Load<f64x2>(x)) || HasMultiple(Load<f64x2>(x + (count - 2)))) [[unlikely]] {
+            std::transform(x, x + count, out, [](T a) { return K::Entry(a); });
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace nx::real

@@ -253,6 +253,11 @@ struct ReducedPhases {
 struct SinKernel : ReducedPhases {
     using ReducedPhases::Next;
 
+    template <class T>
+    static bool WholeBlock(T* out, unsigned long count, const T* x) {
+        return EvaluateMultiples<SinKernel>(out, count, x);
+    }
+
     struct Near {
         template <class V>
         static NearArgument<V> First(V x, MaskOf<V>& rare) {
@@ -300,6 +305,11 @@ struct SinKernel : ReducedPhases {
 
 struct CosKernel : ReducedPhases {
     using ReducedPhases::Next;
+
+    template <class T>
+    static bool WholeBlock(T* out, unsigned long count, const T* x) {
+        return EvaluateMultiples<CosKernel>(out, count, x);
+    }
 
     struct Near {
         template <class V>

@@ -178,6 +178,11 @@ struct TanKernel {
     };
 
     template <class T>
+    static bool WholeBlock(T* out, unsigned long count, const T* x) {
+        return EvaluateMultiples<TanKernel>(out, count, x);
+    }
+
+    template <class T>
     static Begun FirstOfBlock(Reduced<Vector<T>>* states, const T* x, unsigned long vectors,
                               MaskOf<Vector<T>>& rare) {
         return ReduceBlock<TanKernel>(states, x, vectors, rare);
