@@ -60,6 +60,55 @@ TYPED_TEST(Trigonometry, SineAndCosineComeTogether) {
     ExpectSineAndCosineOfServedLanes<real::SinCosKernel::Near>(arguments);
 }
 
+template <class K, class T>
+std::vector<T> ResultsOf(const std::vector<T>& x) {
+    std::vector<T> results(x.size());
+    for (std::size_t i = 0; i < x.size(); i += core::blockElements<T>) {
+        core::EvaluateBlock<K, core::Everywhere, T>({&results[i]}, core::blockElements<T>, &x[i]);
+    }
+    return results;
+}
+
+/// Remainders of all sizes down to none, many in a block: grids of angles, as they are and with
+/// something else here and there.
+TYPED_TEST(Trigonometry, OfGridsOfAngles) {
+    using T = TypeParam;
+    Random random(7);
+    const std::vector<T> specials = SpecialValues<T>();
+    std::vector<T> x;
+    for (int grid = 0; grid < 400; ++grid) {
+        const int parts = static_cast<int>(1 + random.Below(8));
+        const auto first = static_cast<int>(random.Below(std::size_t{1} << random.Below(24)));
+        const bool isMixed = random.Below(2) != 0;
+        for (int k = 1; k <= static_cast<int>(4 * core::blockElements<T>); ++k) {
+            const auto n = static_cast<int>(first / 64 * 64 + k);
+            T angle = n % parts == 0 ? reference::NearestMultiple<T>(n / parts)
+                                     : reference::NearestMultiple<T>(n) / static_cast<T>(parts);
+            switch (isMixed ? random.Below(16) : 15) {
+            case 0:
+                angle = specials[random.Below(specials.size())];
+                break;
+            case 1:
+                angle = std::nextafter(angle, T{0});
+                break;
+            case 2:
+                angle = random.AnyPattern<T>();
+                break;
+            default:
+                break;
+            }
+            x.push_back(random.Below(2) == 0 ? angle : -angle);
+        }
+    }
+    const auto sines = ResultsOf<real::SinKernel>(x), cosines = ResultsOf<real::CosKernel>(x),
+               tangents = ResultsOf<real::TanKernel>(x);
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        ASSERT_TRUE(SameBits(sines[i], reference::Sine(x[i]))) << Show(x[i]);
+        ASSERT_TRUE(SameBits(cosines[i], reference::Cosine(x[i]))) << Show(x[i]);
+        ASSERT_TRUE(BitwiseButNaN{}(tangents[i], reference::Tangent(x[i]))) << Show(x[i]);
+    }
+}
+
 TYPED_TEST(Trigonometry, KernelsTakeTails) {
     using T = TypeParam;
     Random random(6);
