@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -44,8 +45,9 @@ TEST(ReductionTables, HoldMultiplesOfHalfPi) {
     }
 }
 
-TYPED_TEST(Reduction, HasTheBitsOfTheReference) {
-    using T = TypeParam;
+/// Multiples of pi/2 and their neighbours, where the ways part, and anything.
+template <class T>
+std::vector<T> ArgumentsToReduce() {
     Random random(1);
     std::vector<T> arguments = SpecialValues<T>();
     const auto addAround = [&](T x, Word<T> spread) {
@@ -65,13 +67,45 @@ TYPED_TEST(Reduction, HasTheBitsOfTheReference) {
          {static_cast<T>(2.356194490192345), real::ReductionConstants<T>::mediumBound}) {
         addAround(bound, 300);
     }
-    for (const T x : arguments) {
+    return arguments;
+}
+
+TYPED_TEST(Reduction, HasTheBitsOfTheReference) {
+    using T = TypeParam;
+    for (const T x : ArgumentsToReduce<T>()) {
         for (const T argument : {x, -x}) {
             T got[2], want[2];
             ASSERT_EQ(real::ReducePio2(argument, got), reference::ReducePio2(argument, want))
                 << Show(argument);
             ASSERT_TRUE(SameBits(got[0], want[0])) << Show(argument);
             ASSERT_TRUE(SameBits(got[1], want[1])) << Show(argument);
+        }
+    }
+}
+
+/// Lanes of the medium range, beside any others.
+TYPED_TEST(Reduction, OnLanesHasTheBitsOfTheReference) {
+    using T = TypeParam;
+    using V = core::Vector<T>;
+    constexpr int lanes = core::Lanes<V>::count;
+    std::vector<T> arguments = ArgumentsToReduce<T>();
+    std::shuffle(arguments.begin(), arguments.end(), std::mt19937(8));
+    arguments.resize(arguments.size() / lanes * lanes);
+    for (std::size_t i = 0; i < arguments.size(); i += lanes) {
+        const V x = core::FlipSignBy(core::Load<V>(&arguments[i]),
+                                     core::Broadcast<V>(i % (2 * lanes) == 0 ? T{1} : T{-1}));
+        const real::Reduced<V> got = real::ReduceMedium(x);
+        for (int lane = 0; lane < lanes; ++lane) {
+            if (!(std::fabs(x[lane]) < real::ReductionConstants<T>::mediumBound)) {
+                continue;
+            }
+            T want[2] = {x[lane], T{0}};
+            const int n = real::IsReduced(want[0]) ? 0 : reference::ReducePio2(want[0], want);
+            ASSERT_EQ(got.quadrant[lane],
+                      real::ReductionConstants<T>::toInteger + static_cast<T>(n))
+                << Show(T{x[lane]});
+            ASSERT_TRUE(SameBits(T{got.head[lane]}, want[0])) << Show(T{x[lane]});
+            ASSERT_EQ(got.tail[lane], want[1]) << Show(T{x[lane]});
         }
     }
 }
