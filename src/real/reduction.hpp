@@ -27,7 +27,8 @@ namespace nx::real {
 
 using namespace core;
 
-/// Entry n: what there is of n * pi/2 in a table that begins with n = 1. That one is not looked up.
+/// Entry n: what there is of n * pi/2 in a table that begins with n = 1. Entries 0 and 1 are 0, which
+/// no argument has: n = 1 has a range of its own.
 template <class F>
 constexpr auto Multiples(const std::array<std::int32_t, 31>& table, F toValue) {
     std::array<decltype(toValue(0)), 32> all{};
@@ -224,9 +225,9 @@ inline i32x4 IsLarge(f64x2 x) {
            Less(Abs(x), Broadcast<f64x2>(infinity<double>));
 }
 
-// Some kernels have a formula of their own for a tiny remainder. The parameter K of these functions is
-// such a kernel: K::Settle(Reduced<V>&, MaskOf<V>& rare) either makes it rare or changes the tail, so
-// that the phases give the same.
+// Kernels may have a formula of their own for a tiny remainder. The parameter K of a reduction is such a
+// kernel: K::Settle(Reduced<V>&, MaskOf<V>& rare) either makes it rare or changes the tail, so that the
+// phases give the same.
 
 /// The reduction of lanes that are all beyond the medium range.
 [[gnu::noinline]] inline Reduced<f64x2> ReduceLargeLanes(f64x2 x) {
@@ -257,19 +258,35 @@ template <Value V>
     return reduced;
 }
 
-/// The steps of `ReducePio2` for the medium range. n is the one of those too.
+/// |n| as in `ReducePio2`, and 0 for what `IsReduced`.
+template <Value V>
+V QuadrantsOf(V t) {
+    using T = ElementOf<V>;
+    using C = ReductionConstants<T>;
+    const V rounded = t * C::invpio2 + T{0.5};
+    const V nearest = (rounded + C::toInteger) - C::toInteger;
+    const V atLeast1 = Select(Less(t, Broadcast<V>(C::endOfOne)), Broadcast<V>(1),
+                              nearest - Keep(Less(rounded, nearest), Broadcast<V>(1)));
+    return Drop(Less(t, Broadcast<V>(C::near)), atLeast1);
+}
+
+/// The steps of `ReducePio2` for the medium range. Next to pi/2 the exponent always falls, and `take`
+/// gives what the formula of n = 1 gives: the difference is exact.
 template <Value V>
 Reduced<V> ReduceMedium(V x) {
     using T = ElementOf<V>;
     using C = ReductionConstants<T>;
     const V t = Abs(x);
-    const V rounded = t * C::invpio2 + T{0.5};
-    const V nearest = (rounded + C::toInteger) - C::toInteger;
-    const V atLeast1 = Select(Less(t, Broadcast<V>(C::endOfOne)), Broadcast<V>(1),
-                              nearest - Keep(Less(rounded, nearest), Broadcast<V>(1)));
-    const V n = Drop(Less(t, Broadcast<V>(C::near)), atLeast1);
+    V n = (t * C::invpio2 + C::toInteger) - C::toInteger;
     V r = t - n * C::pio2_1;
     V w = n * C::pio2_1t;
+    const bool areMany =
+        All<V>(LessEqual(Broadcast<V>(32), n) & Less(Abs(r - w), Broadcast<V>(C::nearHalf)));
+    if (!areMany) {
+        n = QuadrantsOf(t);
+        r = t - n * C::pio2_1;
+        w = n * C::pio2_1t;
+    }
     // Whether the exponent falls too far, by comparing powers of two.
     const V exponentOfX = FromBits<V>(Bits(x) & C::exponentMask);
     const auto falls = [&](T ratio) {
@@ -283,8 +300,8 @@ Reduced<V> ReduceMedium(V x) {
     };
     MaskOf<V> again = falls(C::firstLossRatio);
     MaskOf<V> isNext{};
-    const MaskOf<V> isMany = LessEqual(Broadcast<V>(32), n);
-    if (!All<V>(isMany)) {
+    if (!areMany) {
+        const MaskOf<V> isMany = LessEqual(Broadcast<V>(32), n);
         isNext = LessEqual(Broadcast<V>(C::firstNextToPio2), t) &
                  Less(t, Broadcast<V>(C::endNextToPio2));
         const V multiple = Gather(C::multiples.data(), Bits(n + C::toInteger) & 31);
@@ -301,24 +318,25 @@ Reduced<V> ReduceMedium(V x) {
     return {FlipSignBy(head, x), FlipSignBy((r - head) - w, x), FlipSignBy(n, x) + C::toInteger};
 }
 
-/// The reduction of lanes that are not all of the medium range: of the others one at a time, but for
-/// those of `double` that are all large.
+/// The reduction of lanes that are not all of the medium range: one at a time but for those that are
+/// `done`, and for those of `double` that are all large.
 template <Value V>
-Reduced<V> ReduceOthers(V x, MaskOf<V> isMedium) {
+Reduced<V> ReduceOthers(V x, const Reduced<V>& first, MaskOf<V> done) {
     if constexpr (Doubles<V>) {
         if (All<V>(IsLarge(x))) {
             return ReduceLargeLanes(x);
         }
     }
-    return ReduceRest(x, ReduceMedium(x), isMedium);
+    return ReduceRest(x, first, done);
 }
 
 /// Lanes that the first step alone may not serve.
 template <class K, Value V>
-[[gnu::noinline]] Reduced<V> ReduceFurther(V x, MaskOf<V>& rare) {
+[[gnu::noinline]] Reduced<V> ReduceFurther(V x, Reduced<V> first, MaskOf<V> done, MaskOf<V>& rare) {
     const MaskOf<V> isMedium =
         Less(Abs(x), Broadcast<V>(ReductionConstants<ElementOf<V>>::mediumBound));
-    Reduced<V> reduced = All<V>(isMedium) ? ReduceMedium(x) : ReduceOthers(x, isMedium);
+    Reduced<V> reduced =
+        All<V>(isMedium) ? ReduceMedium(x) : ReduceOthers(x, first, done & isMedium);
     K::Settle(reduced, rare);
     return reduced;
 }
@@ -347,7 +365,7 @@ template <class K, Value V>
     if constexpr (Floats<V>) {
         done &= Less(t, Broadcast<V>(C::manyBound));
     }
-    return All<V>(done) ? first : ReduceFurther<K>(x, rare);
+    return All<V>(done) ? first : ReduceFurther<K>(x, first, done, rare);
 }
 
 /// Whether a lane is next to a multiple of pi/2 of the medium range.

@@ -250,7 +250,8 @@ inline SplitRemainder Split(const LargeRemainder& r) {
 struct StepRounding {
     float scale, smallHead;
 };
-/// Below 2^-17, 47 arguments of the medium range have another tail, but no other results.
+/// With heads below 2^-17, 47 arguments of the medium range and their opposites have another tail, but
+/// no other results.
 inline constexpr StepRounding roundingOfStep1 = {0x1p-15f, 0x1p-24f};
 inline constexpr StepRounding roundingOfStep2 = {1, 0x1p-11f};
 
@@ -288,7 +289,7 @@ inline SplitRemainder Merge(i32x4 isMedium, const SplitRemainder& medium,
 }
 
 /// The reduction of a block, step by step through buffers, so that the chains of several vectors are
-/// in flight. For K see `ReduceLanes`. Far: n is nowhere 0.
+/// in flight. For K see reduction.hpp. Far: n is nowhere 0.
 template <class K, std::derived_from<Reduced<f32x4>> State>
 [[gnu::noinline]] Begun ReduceManyQuadrants(State* reduced, const float* x, unsigned long vectors,
                                             i32x4& rare) {
@@ -393,7 +394,7 @@ Begun ReduceBlock(State* reduced, const T* x, unsigned long vectors, MaskOf<Vect
             return bits(ends[0]) << 4 | bits(ends[1]);
         };
         using C = ReductionConstants<T>;
-        const unsigned many = areFrom(C::manyBound);
+        const unsigned many = areFrom(C::manyBound) >> (vectors == 1 ? 4 : 0);
         if ((many & (many - 1)) != 0 || areFrom(C::mediumBound) != 0) {
             return ReduceManyQuadrants<K>(reduced, x, vectors, rare);
         }
