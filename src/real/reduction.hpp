@@ -335,8 +335,7 @@ template <class K, Value V>
 [[gnu::noinline]] Reduced<V> ReduceFurther(V x, Reduced<V> first, MaskOf<V> done, MaskOf<V>& rare) {
     const MaskOf<V> isMedium =
         Less(Abs(x), Broadcast<V>(ReductionConstants<ElementOf<V>>::mediumBound));
-    Reduced<V> reduced =
-        All<V>(isMedium) ? ReduceMedium(x) : ReduceOthers(x, first, done & isMedium);
+    Reduced<V> reduced = All<V>(isMedium) ? ReduceMedium(x) : ReduceOthers(x, first, done);
     K::Settle(reduced, rare);
     return reduced;
 }
