@@ -27,8 +27,8 @@ namespace nx::real {
 
 using namespace core;
 
-/// Entry n: what there is of n * pi/2 in a table that begins with n = 1. Entries 0 and 1 are 0, which
-/// no argument has: n = 1 has a range of its own.
+/// Entry n: what there is of n * pi/2 in a table that begins with n = 1. Entries 0 and 1 are 0, and
+/// tell nothing: n = 1 has a range of its own, and for n = 0 no exponent falls.
 template <class F>
 constexpr auto Multiples(const std::array<std::int32_t, 31>& table, F toValue) {
     std::array<decltype(toValue(0)), 32> all{};
@@ -377,8 +377,8 @@ inline bool HasMultiple(f64x2 x) {
 }
 
 /// Results of K for a block of `double` with a rounded multiple of pi/2 at an end, as grids of
-/// angles have them. On lanes each of these takes all steps, and then one element is faster, as its
-/// branches are foretold. Otherwise false.
+/// angles have them: one element at a time, or false. On lanes a multiple takes all steps; where many
+/// follow each other, branches that are foretold are faster.
 template <class K, class T>
 bool EvaluateMultiples(T* out, unsigned long count, const T* x) {
     if constexpr (Doubles<T>) {
