@@ -382,7 +382,12 @@ inline bool HasMultiple(f64x2 x) {
 template <class K, class T>
 bool EvaluateMultiples(T* out, unsigned long count, const T* x) {
     if constexpr (Doubles<T>) {
-        if (HasMultiple(Load<f64x2>(x)) || HasMultiple(Load<f64x2>(x + (count - 2)))) [[unlikely]] {
+        const f64x2 first = Load<f64x2>(x);
+        // Near 0 the lanes are so fast that they would wait for the end of the block.
+        if (All<f64x2>(Less(Abs(first), Broadcast<f64x2>(ReductionConstants<T>::near)))) {
+            return false;
+        }
+        if (HasMultiple(first) || HasMultiple(Load<f64x2>(x + (count - 2)))) [[unlikely]] {
             std::transform(x, x + count, out, [](T a) { return K::Entry(a); });
             return true;
         }
